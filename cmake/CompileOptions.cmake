@@ -1,0 +1,36 @@
+# How every target is compiled: zusahpi_compile for all code, zusahpi_library for the library on top
+# of it (no C++ run time, nothing exported by default, hardening).
+
+include(CheckCXXCompilerFlag)
+
+add_library(zusahpi_compile INTERFACE)
+target_compile_features(zusahpi_compile INTERFACE cxx_std_20 c_std_99)
+target_compile_definitions(zusahpi_compile INTERFACE _FILE_OFFSET_BITS=64 _TIME_BITS=64)
+target_compile_options(
+  zusahpi_compile INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wformat=2)
+
+if(ZUSAHPI_SANITIZE)
+  set(sanitizers -fsanitize=address,undefined -fno-sanitize-recover=all)
+  target_compile_options(zusahpi_compile INTERFACE ${sanitizers} -fno-omit-frame-pointer)
+  target_link_options(zusahpi_compile INTERFACE ${sanitizers})
+elseif(ZUSAHPI_COVERAGE)
+  target_compile_options(zusahpi_compile INTERFACE --coverage -fprofile-update=atomic)
+  target_link_options(zusahpi_compile INTERFACE --coverage)
+else()
+  # The sanitizers check what fortification checks, and more; the two do not mix.
+  target_compile_definitions(zusahpi_compile INTERFACE _FORTIFY_SOURCE=2)
+endif()
+
+add_library(zusahpi_library INTERFACE)
+target_link_libraries(zusahpi_library INTERFACE zusahpi_compile)
+target_compile_options(
+  zusahpi_library INTERFACE $<$<COMPILE_LANGUAGE:CXX>:-fno-exceptions -fno-rtti
+                            -fno-threadsafe-statics> -fvisibility=hidden)
+foreach(flag -fstack-protector-strong -fstack-clash-protection -fcf-protection)
+  string(MAKE_C_IDENTIFIER "HAVE${flag}" have)
+  check_cxx_compiler_flag(${flag} ${have})
+  if(${have})
+    target_compile_options(zusahpi_library INTERFACE ${flag})
+  endif()
+endforeach()
+target_link_options(zusahpi_library INTERFACE -Wl,-z,relro,-z,now,-z,noexecstack,-z,text)

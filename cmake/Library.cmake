@@ -1,0 +1,35 @@
+# The library: one set of object files, from which the shared and the static library are made.
+
+add_library(zuSaHpi_util_objects OBJECT)
+set_target_properties(zuSaHpi_util_objects PROPERTIES POSITION_INDEPENDENT_CODE ON)
+target_include_directories(
+  zuSaHpi_util_objects
+  PUBLIC ${PROJECT_SOURCE_DIR}/include
+  PRIVATE ${PROJECT_SOURCE_DIR})
+target_link_libraries(zuSaHpi_util_objects PRIVATE zusahpi_library)
+foreach(folder util constants display config eventlog)
+  include(${PROJECT_SOURCE_DIR}/${folder}/sources.cmake)
+endforeach()
+
+# The library depends on the C library alone: it is linked by the C driver, without the libraries
+# that CMake would add for C++ sources.
+set(CMAKE_CXX_IMPLICIT_LINK_LIBRARIES "")
+
+set(exports ${PROJECT_SOURCE_DIR}/cmake/exports.map)
+add_library(zuSaHpi_util SHARED $<TARGET_OBJECTS:zuSaHpi_util_objects>)
+target_include_directories(zuSaHpi_util INTERFACE ${PROJECT_SOURCE_DIR}/include)
+target_link_libraries(zuSaHpi_util PRIVATE zusahpi_library)
+target_link_options(zuSaHpi_util PRIVATE -static-libgcc -Wl,--version-script=${exports})
+set_target_properties(
+  zuSaHpi_util
+  PROPERTIES LINKER_LANGUAGE C
+             SOVERSION ${PROJECT_VERSION_MAJOR}
+             LINK_DEPENDS ${exports}
+             LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR})
+
+add_library(zuSaHpi_util_static STATIC $<TARGET_OBJECTS:zuSaHpi_util_objects>)
+target_include_directories(zuSaHpi_util_static INTERFACE ${PROJECT_SOURCE_DIR}/include)
+target_link_libraries(zuSaHpi_util_static PRIVATE zusahpi_library)
+set_target_properties(
+  zuSaHpi_util_static PROPERTIES OUTPUT_NAME zuSaHpi_util
+                                 ARCHIVE_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR})

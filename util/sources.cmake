@@ -1,0 +1,1 @@
+target_sources(zuSaHpi_util_objects PRIVATE util/clock.cpp)
