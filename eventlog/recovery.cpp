@@ -1,0 +1,76 @@
+// Reconciliation and replay.
+//
+//   found in the file                          what is done                 how it came about
+//   -----------------------------------------  ---------------------------  ---------------------
+//   updating 0                                 nothing                      the last commit ended,
+//                                                                           or never got to flag
+//                                                                           its transaction
+//   updating set, slots up to an end mark      the slots are written to     a crash while records
+//                                              their places, in order       were written in place
+//   updating set, four slots, no end mark      all four are written         the same, four records
+//   updating set, end mark in the first slot   nothing is written           a change of the info
+//                                                                           record alone
+//   updating set, a slot is cut short          the start fails              the file was truncated
+//   updating set, a slot's number is outside   the start fails              the file was damaged
+//     the log
+//
+// Whether the slots were written before or not makes no difference: they hold whole records.
+
+#include "eventlog/recovery.h"
+
+#include "eventlog/entry_io.h"
+#include "eventlog/failure.h"
+#include "eventlog/log_file.h"
+#include "eventlog/store_state.h"
+#include "util/diagnostics.h"
+
+namespace zusahpi::eventlog {
+
+void reconcile(EventLogInfoRecord &info, const EventLogInfoRecord &configured) {
+    if (configured.type != info.type) {
+        zuSaHpiPrintf(diagnostics(), "Specified log file type doesn't match existing log file.\n"
+                                     "Deleting current log data\n");
+        info = configured;
+    } else if (configured.sa.Size != info.sa.Size) {
+        if (typeOf(info) == LogType::circular) {
+            zuSaHpiPrintf(diagnostics(), "Resizing circular log file\n"
+                                         "Deleting current log data\n");
+            info = configured;
+        }
+        if (configured.sa.Size < info.maxUsed) {
+            zuSaHpiPrintf(diagnostics(), "Resizing log file results inloss of data.\n"
+                                         "Deleting all current log data\n");
+            info = configured;
+        }
+        info.sa.Size = configured.sa.Size;
+    }
+    info.sa.Enabled = configured.sa.Enabled;
+    info.overflowAction = configured.overflowAction;
+    info.sa.OverflowAction = configured.sa.OverflowAction;
+    info.sa.UserEventMaxSize = configured.sa.UserEventMaxSize;
+    info.sa.OverflowResetable = configured.sa.OverflowResetable;
+}
+
+void replayTransactionLog() {
+    if (store.info.updating == 0) {
+        return;
+    }
+    for (std::uint32_t slot = 0; slot < transactionSlots; ++slot) {
+        EventLogEntryRecord record;
+        if (!seekTo(slotOffset(slot))) {
+            dieOfSystemError("lseek on logfile to transaction log area");
+        }
+        if (readNext(std::as_writable_bytes(std::span(&record, 1))) != entrySize) {
+            die("Unable to read logged entry from existing log file.\n");
+        }
+        if (slotIsEmpty(record)) {
+            break;
+        }
+        if (writeEntryInPlace(record) != SA_OK) {
+            die("Error transacting logged record on existing log file.\n");
+        }
+    }
+    store.info.updating = 0;
+}
+
+} // namespace zusahpi::eventlog

@@ -1,0 +1,19 @@
+// Reading entries by number.
+#pragma once
+
+#include "eventlog/log_format.h"
+
+namespace zusahpi::eventlog {
+
+// The number that an entry id stands for: the ends of the log, or the id itself.
+[[nodiscard]] std::uint32_t numberOf(SaHpiEventLogEntryIdT entryId, const EventLogInfoRecord &info);
+
+// Whether `number` falls outside the used part of a Circular log: between its ends when it has
+// wrapped, before its oldest entry when not.
+[[nodiscard]] bool outsideRing(std::uint32_t number, const EventLogInfoRecord &info);
+
+// Reads entry `number` with the ids of its neighbours. Returns what zuSaHpiEventLogEntryGet
+// returns.
+[[nodiscard]] SaErrorT getEntry(std::uint32_t number, EventLogEntryRecord &record);
+
+} // namespace zusahpi::eventlog

@@ -1,0 +1,157 @@
+// The transaction engine: the transaction cache, the commit in its phases, the abort.
+
+#include "eventlog/transaction.h"
+
+#include <cstring>
+
+#include "eventlog/entry_io.h"
+#include "eventlog/failure.h"
+#include "eventlog/log_file.h"
+#include "eventlog/store_state.h"
+#include "util/diagnostics.h"
+
+namespace zusahpi::eventlog {
+namespace {
+
+void endTransaction() {
+    store.transaction = nullptr;
+    emptySlot(store.transactionCache[0]);
+}
+
+SaErrorT abortWith(SaErrorT result) {
+    abortTransaction();
+    return result;
+}
+
+SaErrorT abortOfSystemError(const char *purpose) {
+    reportSystemError(purpose);
+    return abortWith(SA_ERR_HPI_NO_RESPONSE);
+}
+
+// The changed records: the slots before the end mark (invariant 3).
+std::span<const EventLogEntryRecord> changedRecords() {
+    std::size_t count = 0;
+    while (count < transactionSlots && !slotIsEmpty(store.transactionCache[count])) {
+        ++count;
+    }
+    return std::span(store.transactionCache).first(count);
+}
+
+// The changed records with the end mark behind them, where there is room for one.
+std::span<const EventLogEntryRecord> transactionLogImage() {
+    const std::size_t changed = changedRecords().size();
+    return std::span(store.transactionCache)
+        .first(changed < transactionSlots ? changed + 1 : changed);
+}
+
+SaErrorT writeChangedRecordsInPlace() {
+    for (const EventLogEntryRecord &record : changedRecords()) {
+        if (const SaErrorT result = writeEntryInPlace(record); result != SA_OK) {
+            return abortWith(result);
+        }
+    }
+    return SA_OK;
+}
+
+SaErrorT commitLinked(EventLogInfoRecord &workingCopy) {
+    if (!seekTo(transactionLogOffset)) {
+        return abortOfSystemError("lseek on logfile to transaction log area");
+    }
+    if (!writeWhole(std::as_bytes(transactionLogImage()))) {
+        return abortOfSystemError("write of entry to transaction log");
+    }
+    // In memory too, so that the two always differ below and the flag is taken off the file again.
+    workingCopy.updating = 1;
+    store.info.updating = 1;
+    if (!seekTo(infoOffset)) {
+        return abortOfSystemError("lseek on logfile to info record for flagging");
+    }
+    if (!writeWhole(bytesOf(workingCopy))) {
+        return abortOfSystemError("write of flagged info record to logfile");
+    }
+    // From here on the transaction is durable: a crash is repaired by replay.
+    if (const SaErrorT result = writeChangedRecordsInPlace(); result != SA_OK) {
+        return result;
+    }
+    workingCopy.updating = 0;
+    return SA_OK;
+}
+
+SaErrorT writeChangedInfo(const EventLogInfoRecord &workingCopy) {
+    if (std::memcmp(&workingCopy, &store.info, sizeof workingCopy) == 0) {
+        return SA_OK;
+    }
+    std::memcpy(&store.info, &workingCopy, sizeof workingCopy);
+    if (!seekTo(infoOffset)) {
+        return abortOfSystemError("lseek on logfile to info record");
+    }
+    if (!writeWhole(bytesOf(store.info))) {
+        return abortOfSystemError("write of info record to logfile");
+    }
+    return SA_OK;
+}
+
+} // namespace
+
+bool transactionRefused(const char *attempt) {
+    const char *reason = nullptr;
+    if (store.transaction != nullptr) {
+        reason = "transaction already in process.\n";
+    } else if (!slotIsEmpty(store.transactionCache[0])) {
+        reason = "transaction cache is not empty.\n";
+    } else {
+        return false;
+    }
+    zuSaHpiPrintf(diagnostics(), "Event log error - attempt to %s when %s", attempt, reason);
+    return true;
+}
+
+void beginTransaction(EventLogInfoRecord &workingCopy) {
+    std::memcpy(&workingCopy, &store.info, sizeof workingCopy);
+    store.transaction = &workingCopy;
+}
+
+SaErrorT writeEntry(const EventLogEntryRecord &record) {
+    if (store.transaction == nullptr) {
+        return internalError("Event log error: call to writeEntry outside of transaction.\n");
+    }
+    for (std::size_t i = 0; i < transactionSlots; ++i) {
+        EventLogEntryRecord &slot = store.transactionCache[i];
+        const bool first = slotIsEmpty(slot);
+        if (!first && slot.entry.EntryId != record.entry.EntryId) {
+            continue;
+        }
+        slot = record;
+        if (first && i + 1 < transactionSlots) {
+            emptySlot(store.transactionCache[i + 1]);
+        }
+        return SA_OK;
+    }
+    return internalError("Event log error - transaction cache overflow.\n");
+}
+
+SaErrorT commitTransaction() {
+    if (store.transaction == nullptr) {
+        return abortWith(internalError("Attempt to commit a transaction that is not there\n"));
+    }
+    EventLogInfoRecord &workingCopy = *store.transaction;
+    const SaErrorT applied = typeOf(workingCopy) == LogType::linked ? commitLinked(workingCopy)
+                                                                    : writeChangedRecordsInPlace();
+    if (applied != SA_OK) {
+        return applied;
+    }
+    if (const SaErrorT result = writeChangedInfo(workingCopy); result != SA_OK) {
+        return result;
+    }
+    if (store.syncOnCommit != 0) {
+        sync();
+    }
+    endTransaction();
+    return SA_OK;
+}
+
+void abortTransaction() {
+    endTransaction();
+}
+
+} // namespace zusahpi::eventlog
