@@ -1,3 +1,5 @@
+// Running a piece of a test in a forked process and collecting what it wrote.
+
 #include "tests/support/child.h"
 
 #include <array>

@@ -1,3 +1,5 @@
+// Scratch folders and whole files for tests.
+
 #include "tests/support/files.h"
 
 #include <cstdlib>

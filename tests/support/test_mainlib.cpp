@@ -1,3 +1,5 @@
+// The main library for tests: every name that the library imports.
+
 #include "tests/support/test_mainlib.h"
 
 #include <cstdarg>

@@ -1,0 +1,45 @@
+// Watches the system calls that the code under test makes, and makes chosen ones fail. The calls
+// are caught at the C library's border; nothing in the code under test takes part.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace test_support {
+
+enum class Call {
+    open,
+    creat,
+    close,
+    lseek,
+    read,
+    write,
+    ftruncate,
+    link,
+    stat,
+    unlink,
+    fchown,
+    gethostname,
+    sync,
+    count
+};
+
+// Makes the call after the next `skip` ones of its kind fail with an error number, once.
+void failCall(Call call, int errorNumber, int skip = 0);
+
+// The same for every call from then on, until the end of the process.
+void failCallsFrom(Call call, int errorNumber, int skip = 0);
+
+// Makes the next write move only `bytes` bytes.
+void cutNextWrite(std::size_t bytes);
+
+// What gethostname and getpid answer from then on.
+void pretendHost(const std::string &name);
+void pretendProcessId(int id);
+
+// Starts a record of the calls; recordedCalls ends it and returns lines such as "lseek 80",
+// "write 1496", "ftruncate 6064", "sync".
+void recordCalls();
+std::vector<std::string> recordedCalls();
+
+} // namespace test_support
