@@ -1,0 +1,37 @@
+#!/usr/bin/env bash
+# Builds the project and runs its main job: a real server's hardware events go into a crash-safe
+# log and back onto the screen. With arguments it passes them to evtlogctl instead.
+set -euo pipefail
+cd "$(dirname "$0")"
+
+scripts/setup.sh
+mkdir -p build
+if ! { cmake --preset native && cmake --build --preset native --target evtlogctl; } \
+    >build/run.log 2>&1; then
+    cat build/run.log >&2
+    exit 1
+fi
+tool=build/native/evtlogctl
+
+if [ $# -gt 0 ]; then
+    exec "$tool" "$@"
+fi
+
+demo=(--root build/demo)
+echo "Importing examples/server.sel, the event log of a real server, into a log under build/demo:"
+"$tool" "${demo[@]}" import examples/server.sel
+echo
+echo "The log:"
+"$tool" "${demo[@]}" info
+echo
+echo "Its newest entries:"
+"$tool" "${demo[@]}" list -n 12
+cat <<'TEXT'
+
+Try next:
+  ./run.sh --root build/demo list                          every entry, oldest first
+  ./run.sh --root build/demo --syslog=stderr import --all examples/server.sel
+                                                           what goes out to syslog
+  ./run.sh --root build/demo export --format=sel copy.sel  the records back, byte for byte
+  ./run.sh --help                                          all commands
+TEXT

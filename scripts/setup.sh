@@ -1,0 +1,33 @@
+#!/usr/bin/env bash
+# Installs what a bare Debian 12 lacks for building (and, with --tests, for testing) this project.
+# Does nothing when all is there.
+set -euo pipefail
+
+packages=(cmake ninja-build g++ libcli11-dev libfmt-dev nlohmann-json3-dev tao-pegtl-dev)
+if [ "${1:-}" = --tests ]; then
+    packages+=(googletest shellcheck clang-format python3 binutils util-linux)
+    if [ "$(dpkg --print-architecture)" = amd64 ]; then
+        packages+=(gcc-multilib g++-multilib)
+    fi
+fi
+
+missing=()
+for package in "${packages[@]}"; do
+    status=$(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null || true)
+    [ "$status" = installed ] || missing+=("$package")
+done
+[ ${#missing[@]} -gt 0 ] || exit 0
+
+if [ "$(id -u)" -ne 0 ]; then
+    echo "setup: missing packages; run as root: apt-get install ${missing[*]}" >&2
+    exit 1
+fi
+export DEBIAN_FRONTEND=noninteractive
+log=$(mktemp)
+trap 'rm -f "$log"' EXIT
+if ! { apt-get update && apt-get install -y --no-install-recommends "${missing[@]}"; } \
+    >"$log" 2>&1; then
+    cat "$log" >&2
+    echo "setup: could not install: ${missing[*]}" >&2
+    exit 1
+fi
