@@ -102,7 +102,9 @@ SaErrorT chooseNumber(EventLogInfoRecord &info, std::uint32_t &number) {
     default:
         return internalError("Event log error - unknown log type.\n");
     }
-    if (number > std::uint64_t{info.maxUsed} + 1 || number > info.sa.Size) {
+    // 0 and noEntry come of a damaged file alone: no record bears them.
+    const bool isNumber = number != 0 && number != noEntry;
+    if (!isNumber || number > std::uint64_t{info.maxUsed} + 1 || number > info.sa.Size) {
         return internalError(numberOutOfRange);
     }
     return SA_OK;

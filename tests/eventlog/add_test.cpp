@@ -389,6 +389,16 @@ TEST_F(Add, NumbersOutsideTheLogAreReported) {
             EXPECT_EQ(diagnostics(), "Event log error - new entryId out of range\n") << head;
         });
     }
+    test_support::inChild([] {
+        startDamaged(linked, wrap, [](EventLogInfoRecord &) {});
+        store.info.sa.Size = 0xFFFFFFFF;
+        store.info.maxUsed = 0xFFFFFFFF; // the number after it would be 0
+        EXPECT_EQ(tryAdd(3), SA_ERR_HPI_INTERNAL_ERROR);
+        store.info.maxUsed = 0xFFFFFFFE; // the number after it would mean "no entry"
+        EXPECT_EQ(tryAdd(3), SA_ERR_HPI_INTERNAL_ERROR);
+        EXPECT_EQ(diagnostics(), "Event log error - new entryId out of range\n"
+                                 "Event log error - new entryId out of range\n");
+    });
     startDamaged(simple, drop, [](EventLogInfoRecord &info) { info.newest = 3; });
     EXPECT_EQ(tryAdd(3), SA_ERR_HPI_INTERNAL_ERROR); // maxUsed is 2
     EXPECT_EQ(diagnostics(), "Event log error - new entryId out of range\n");
