@@ -1,3 +1,5 @@
+// Building configuration trees node by node, as a main library would hand them over.
+
 #include "tests/config/config_tree.h"
 
 #include <algorithm>

@@ -1,3 +1,5 @@
+// Reading the tables that the registry is compared with.
+
 #include "tests/constants/tables.h"
 
 #include <fstream>

@@ -1,3 +1,5 @@
+// Printing configuration trees as text, for comparing them whole.
+
 #include "tests/mainlib/config_tree.h"
 
 #include <cstring>
