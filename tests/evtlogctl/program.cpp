@@ -1,0 +1,108 @@
+#include "tests/evtlogctl/program.h"
+
+#include <array>
+#include <cstdlib>
+#include <stdexcept>
+
+#include <fcntl.h>
+#include <pty.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "tests/support/files.h"
+
+namespace program {
+namespace {
+
+[[noreturn]] void execute(const std::vector<std::string> &arguments) {
+    std::vector<char *> pointers;
+    std::string name = EVTLOGCTL_PROGRAM;
+    pointers.push_back(name.data());
+    std::vector<std::string> copies = arguments;
+    for (std::string &each : copies) {
+        pointers.push_back(each.data());
+    }
+    pointers.push_back(nullptr);
+    execv(name.c_str(), pointers.data());
+    _exit(126);
+}
+
+void redirect(const std::string &path, int flags, int to) {
+    const int descriptor = open(path.c_str(), flags, 0600);
+    if (descriptor < 0 || dup2(descriptor, to) < 0) {
+        _exit(125);
+    }
+    close(descriptor);
+}
+
+} // namespace
+
+Result run(const std::vector<std::string> &arguments, const std::string &input,
+           const Environment &environment) {
+    const test_support::ScratchFolder folder;
+    test_support::writeFile(folder.file("in"), input);
+    const pid_t child = fork();
+    if (child == 0) {
+        for (const auto &[name, value] : environment) {
+            setenv(name.c_str(), value.c_str(), 1);
+        }
+        redirect(folder.file("in"), O_RDONLY, STDIN_FILENO);
+        redirect(folder.file("out"), O_WRONLY | O_CREAT, STDOUT_FILENO);
+        redirect(folder.file("err"), O_WRONLY | O_CREAT, STDERR_FILENO);
+        execute(arguments);
+    }
+    Result result;
+    result.exitStatus = finish(child);
+    result.output = test_support::readFile(folder.file("out"));
+    result.errors = test_support::readFile(folder.file("err"));
+    return result;
+}
+
+Result runOnTerminal(const std::vector<std::string> &arguments) {
+    int terminal = -1;
+    int program = -1;
+    if (openpty(&terminal, &program, nullptr, nullptr, nullptr) != 0) {
+        throw std::runtime_error("cannot open a terminal");
+    }
+    const pid_t child = fork();
+    if (child == 0) {
+        redirect("/dev/null", O_RDONLY, STDIN_FILENO);
+        redirect("/dev/null", O_WRONLY, STDOUT_FILENO);
+        dup2(program, STDERR_FILENO);
+        execute(arguments);
+    }
+    close(program);
+    Result result;
+    std::array<char, 4096> buffer{};
+    // The read fails when the last process has closed its side.
+    for (ssize_t count = 0; (count = read(terminal, buffer.data(), buffer.size())) > 0;) {
+        result.errors.append(buffer.data(), static_cast<std::size_t>(count));
+    }
+    close(terminal);
+    result.exitStatus = finish(child);
+    return result;
+}
+
+pid_t start(const std::vector<std::string> &arguments) {
+    const pid_t child = fork();
+    if (child == 0) {
+        redirect("/dev/null", O_RDONLY, STDIN_FILENO);
+        redirect("/dev/null", O_WRONLY, STDOUT_FILENO);
+        redirect("/dev/null", O_WRONLY, STDERR_FILENO);
+        execute(arguments);
+    }
+    if (child < 0) {
+        throw std::runtime_error("cannot fork");
+    }
+    return child;
+}
+
+int finish(pid_t process) {
+    int status = 0;
+    if (waitpid(process, &status, 0) != process) {
+        throw std::runtime_error("cannot wait for the program");
+    }
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+} // namespace program

@@ -1,0 +1,33 @@
+// Runs the built evtlogctl as a user would.
+#pragma once
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <sys/types.h>
+
+namespace program {
+
+struct Result {
+    int exitStatus = -1; // -1 when it did not exit by itself
+    std::string output;
+    std::string errors;
+};
+
+using Environment = std::vector<std::pair<std::string, std::string>>;
+
+// With `input` on its standard input, and with the variables of `environment` set.
+Result run(const std::vector<std::string> &arguments, const std::string &input = "",
+           const Environment &environment = {});
+
+// With a terminal as its standard error; `errors` is what the terminal got.
+Result runOnTerminal(const std::vector<std::string> &arguments);
+
+// Without waiting for it; its output is thrown away. The caller waits.
+pid_t start(const std::vector<std::string> &arguments);
+
+// Waits for it and returns its exit status.
+int finish(pid_t process);
+
+} // namespace program

@@ -1,0 +1,223 @@
+// Options and commands of evtlogctl.
+#include "tools/evtlogctl/command_line.h"
+
+#include <cstdio>
+#include <map>
+#include <new>
+#include <optional>
+#include <string>
+
+#include <CLI/CLI.hpp>
+
+#include "mainlib/default_mainlib.h"
+#include "tools/evtlogctl/commands.h"
+#include "tools/evtlogctl/failure.h"
+#include "tools/evtlogctl/output.h"
+
+namespace zusahpi::evtlogctl {
+namespace {
+
+// Everything that the arguments can say.
+struct Arguments {
+    Settings settings;
+    std::optional<std::string> syslog;
+    ImportOptions import;
+    std::string form = "auto";
+    std::string utcOffset = "Z";
+    bool reversedOem = false;
+    std::string exportForm = "sel";
+    std::string file; // of export, list and info
+    std::size_t newest = allEntries;
+};
+
+constexpr const char *importNotes =
+    R"(Forms of FILE (found by looking at the data, --format says it):
+  raw    16-byte records one after another, as "ipmitool sel writeraw" writes them
+  text   a record in every line that has sixteen hexadecimal bytes in a row
+
+Severity table, a line for each rule; the first that fits decides, and an event that none fits is
+informational:
+  CATEGORY[/SENSOR-TYPE]  STATE  DIRECTION  SEVERITY      # comment
+  CATEGORY     unspecified threshold usage state pred-fail limit performance severity presence
+               enable availability redundancy sensor-specific generic oem
+  SENSOR-TYPE  byte 10 of the record, 0x00 to 0xFF
+  STATE        0 to 14, - for an event without a state, * for all
+  DIRECTION    asserted, deasserted, * for both
+  SEVERITY     critical major minor informational ok debug)";
+
+const std::map<std::string, sel::Form> forms = {
+    {"auto", sel::Form::automatic}, {"raw", sel::Form::raw}, {"text", sel::Form::text}};
+
+void addGlobalOptions(CLI::App &app, Arguments &arguments) {
+    app.add_option("--config", arguments.settings.configFile,
+                   "Configuration file; without it a Linked log of 10,000 entries that wraps")
+        ->type_name("FILE");
+    app.add_option("--root", arguments.settings.root,
+                   "Folder that holds the folder evtlog/ of the logs; default: /var/lib/zusahpi as "
+                   "root, $XDG_STATE_HOME/zusahpi or ~/.local/state/zusahpi for other users")
+        ->type_name("DIR");
+    app.add_option("--syslog", arguments.syslog,
+                   "Forward added events, to stderr or syslog; without it the configuration says "
+                   "whether, and they go to syslog")
+        ->type_name("WHERE")
+        ->check(CLI::IsMember({"stderr", "syslog"}));
+    app.set_version_flag("--version", fmt::format("{} {}", programName, ZUSAHPI_UTIL_VERSION));
+    app.require_subcommand(1);
+    app.fallthrough(); // global options may stand after the command too
+}
+
+CLI::App *addImport(CLI::App &app, Arguments &arguments) {
+    CLI::App *const command =
+        app.add_subcommand("import", "Add the records of an IPMI System Event Log to the log");
+    command->footer(importNotes);
+    command->add_option("FILE", arguments.import.file, "File of records; - for standard input")
+        ->type_name("")
+        ->required();
+    command->add_option("--format", arguments.form, "Form of FILE: auto, raw or text")
+        ->type_name("FORM")
+        ->check(CLI::IsMember({"auto", "raw", "text"}));
+    command->add_flag("--ipmitool-order", arguments.reversedOem,
+                      "Manufacturer ids of OEM records stand most significant byte first");
+    command
+        ->add_option("--utc-offset", arguments.utcOffset,
+                     "How far the clock of the records is before UTC: +hh:mm or -hh:mm")
+        ->type_name("OFFSET")
+        ->check([](const std::string &text) {
+            return parseUtcOffset(text) ? std::string()
+                                        : text + " is no offset of the form +hh:mm or -hh:mm";
+        });
+    command->add_flag("--all", arguments.import.all, "Add records that the log already holds too");
+    command
+        ->add_option("--severity-table", arguments.import.severityTable,
+                     "File with a table that replaces the built-in severities")
+        ->type_name("FILE");
+    return command;
+}
+
+CLI::App *addExport(CLI::App &app, Arguments &arguments) {
+    CLI::App *const command =
+        app.add_subcommand("export", "Write the imported records of the log back, byte for byte");
+    command->add_option("FILE", arguments.file, "File to write; standard output without it")
+        ->type_name("");
+    command->add_option("--format", arguments.exportForm, "Form of the output: sel")
+        ->type_name("FORM")
+        ->check(CLI::IsMember({"sel"}));
+    return command;
+}
+
+CLI::App *addList(CLI::App &app, Arguments &arguments) {
+    CLI::App *const command =
+        app.add_subcommand("list", "Print the entries of a log, oldest first; needs no lock");
+    command->add_option("FILE", arguments.file, "Log file; the configured log without it")
+        ->type_name("");
+    command->add_option("-n,--newest", arguments.newest, "Print only the newest N entries")
+        ->type_name("N")
+        ->check(CLI::NonNegativeNumber);
+    return command;
+}
+
+CLI::App *addInfo(CLI::App &app, Arguments &arguments) {
+    CLI::App *const command =
+        app.add_subcommand("info", "Print the settings and the fill state of a log; needs no lock");
+    command->add_option("FILE", arguments.file, "Log file; the configured log without it")
+        ->type_name("");
+    return command;
+}
+
+// The commands whose arguments were parsed; one of them was given.
+struct Commands {
+    CLI::App *import;
+    CLI::App *export_;
+    CLI::App *list;
+    CLI::App *info;
+};
+
+[[nodiscard]] int runCommand(const Commands &commands, Arguments &arguments) {
+    arguments.settings.forward = arguments.syslog.has_value();
+    zuSaHpiSyslogStreamSet(arguments.syslog == "stderr" ? stderr : nullptr);
+    if (commands.import->parsed()) {
+        arguments.import.form = forms.at(arguments.form);
+        arguments.import.utcOffset = parseUtcOffset(arguments.utcOffset).value_or(0);
+        arguments.import.oemOrder =
+            arguments.reversedOem ? sel::OemOrder::reversed : sel::OemOrder::wire;
+        return importRecords(arguments.settings, arguments.import);
+    }
+    if (commands.export_->parsed()) {
+        return exportRecords(arguments.settings, arguments.file);
+    }
+    if (commands.list->parsed()) {
+        return listEntries(arguments.settings, arguments.file, arguments.newest);
+    }
+    if (commands.info->parsed()) {
+        return showInfo(arguments.settings, arguments.file);
+    }
+    return showConfig(arguments.settings);
+}
+
+[[nodiscard]] std::string oneLine(std::string text) {
+    const std::size_t newline = text.find('\n');
+    return newline == std::string::npos ? text : text.substr(0, newline);
+}
+
+[[nodiscard]] int parseAndRun(int argumentCount, char **argumentValues) {
+    Arguments arguments;
+    CLI::App app("Keeps, shows and fills event logs of the HPI standard.", programName);
+    addGlobalOptions(app, arguments);
+    const Commands commands{.import = addImport(app, arguments),
+                            .export_ = addExport(app, arguments),
+                            .list = addList(app, arguments),
+                            .info = addInfo(app, arguments)};
+    app.add_subcommand("config", "Print the settings and the syslog map of the configuration");
+    try {
+        app.parse(argumentCount, argumentValues);
+    } catch (const CLI::Success &request) { // --help and --version
+        return app.exit(request);
+    } catch (const CLI::ParseError &error) {
+        const bool unknown = app.get_subcommands().empty() && !app.remaining().empty();
+        complain(fmt::format("{}; see \"{} --help\"",
+                             unknown ? fmt::format("{} is no command", app.remaining().front())
+                                     : oneLine(error.what()),
+                             programName));
+        return statusWrongUsage;
+    }
+    return runCommand(commands, arguments);
+}
+
+} // namespace
+
+std::optional<std::int32_t> parseUtcOffset(std::string_view text) {
+    if (text == "Z") {
+        return 0;
+    }
+    constexpr std::size_t length = 6; // +hh:mm
+    if (text.size() != length || (text[0] != '+' && text[0] != '-') || text[3] != ':') {
+        return std::nullopt;
+    }
+    for (const std::size_t digit : {1, 2, 4, 5}) {
+        if (text[digit] < '0' || text[digit] > '9') {
+            return std::nullopt;
+        }
+    }
+    const int hours = (text[1] - '0') * 10 + (text[2] - '0');
+    const int minutes = (text[4] - '0') * 10 + (text[5] - '0');
+    constexpr int furthest = 14; // hours; no zone is further from UTC
+    if (minutes >= 60 || hours * 60 + minutes > furthest * 60) {
+        return std::nullopt;
+    }
+    return (text[0] == '-' ? -1 : 1) * (hours * 60 + minutes);
+}
+
+int run(int argumentCount, char **arguments) {
+    try {
+        return parseAndRun(argumentCount, arguments);
+    } catch (const Failure &failure) {
+        complain(failure.what());
+    } catch (const std::bad_alloc &) {
+        complain("there is not enough memory for this log or file; list fewer entries with -n");
+    } catch (const std::exception &error) {
+        complain(fmt::format("unexpected failure: {}; please report it", error.what()));
+    }
+    return statusFailed;
+}
+
+} // namespace zusahpi::evtlogctl

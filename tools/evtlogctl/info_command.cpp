@@ -1,0 +1,67 @@
+// evtlogctl info: the settings of a log and how full it is.
+#include <cstdio>
+#include <string>
+#include <string_view>
+
+#include <fmt/format.h>
+
+#include "mainlib/default_mainlib.h"
+#include "tools/evtlogctl/commands.h"
+#include "tools/evtlogctl/log_line.h"
+#include "tools/evtlogctl/output.h"
+
+namespace zusahpi::evtlogctl {
+namespace {
+
+[[nodiscard]] std::string wordOf(std::uint32_t keyword, std::uint32_t value) {
+    const char *const word = zuSaHpiConfigWord(keyword, value);
+    return word != nullptr ? word : fmt::format("unknown ({})", value);
+}
+
+[[nodiscard]] std::string yesOrNo(std::uint32_t value) {
+    return value != 0 ? "yes" : "no";
+}
+
+[[nodiscard]] std::string entryName(std::uint32_t number) {
+    return number == ZUSAHPI_EL_NO_ENTRY ? "none" : fmt::format("{}", number);
+}
+
+// The clock of the log runs with that of the host. The offset is input: the sum wraps.
+[[nodiscard]] SaHpiTimeT logTime(const EventLogInfoRecord &info) {
+    return static_cast<SaHpiTimeT>(static_cast<SaHpiUint64T>(zuSaHpiGetTimeofDay()) +
+                                   static_cast<SaHpiUint64T>(info.timeOffset));
+}
+
+} // namespace
+
+int showInfo(const Settings &settings, const std::string &file) {
+    const std::string path = logToRead(settings, file);
+    const LogInfo log = readLogInfo(path);
+    const EventLogInfoRecord &info = log.info;
+    std::string text;
+    const auto line = [&text](std::string_view label, const std::string &value) {
+        text += fmt::format("{:<20}{}\n", label, value);
+    };
+    line("File", path);
+    line("File size", fmt::format("{} bytes", log.fileSize));
+    line("Type", wordOf(ZUSAHPI_CONF_EVENT_LOG, info.type));
+    line("When full", wordOf(ZUSAHPI_CONF_OVERFLOW, info.overflowAction));
+    line("Size", fmt::format("{} entries", info.sa.Size));
+    line("Entries", fmt::format("{}", info.sa.Entries));
+    line("Oldest entry", entryName(info.oldest));
+    line("Newest entry", entryName(info.newest));
+    line("Highest number used", fmt::format("{}", info.maxUsed));
+    line("First free entry", entryName(info.freeHead));
+    line("Overflow flag", yesOrNo(info.sa.OverflowFlag));
+    line("Overflow resetable", yesOrNo(info.sa.OverflowResetable));
+    line("Enabled", yesOrNo(info.sa.Enabled));
+    line("User event data", fmt::format("at most {} bytes", info.sa.UserEventMaxSize));
+    line("Last change", timeText(info.sa.UpdateTimestamp));
+    line("Log time", timeText(logTime(info)));
+    line("Interrupted update", yesOrNo(info.updating));
+    writeAll(stdout, text, standardOutput);
+    flushAll(stdout, standardOutput);
+    return statusDone;
+}
+
+} // namespace zusahpi::evtlogctl
