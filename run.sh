@@ -18,8 +18,16 @@ if [ $# -gt 0 ]; then
 fi
 
 demo=(--root build/demo)
+forwarded=build/demo/syslog.txt
+mkdir -p build/demo
 echo "Importing examples/server.sel, the event log of a real server, into a log under build/demo:"
-"$tool" "${demo[@]}" import examples/server.sel
+if ! "$tool" "${demo[@]}" --syslog=stderr import examples/server.sel 2>>"$forwarded"; then
+    tail -n 1 "$forwarded" >&2
+    exit 1
+fi
+echo
+echo "What went out to syslog (build/demo/syslog.txt; here its last lines):"
+tail -n 4 "$forwarded"
 echo
 echo "The log:"
 "$tool" "${demo[@]}" info
@@ -30,8 +38,8 @@ cat <<'TEXT'
 
 Try next:
   ./run.sh --root build/demo list                          every entry, oldest first
-  ./run.sh --root build/demo --syslog=stderr import --all examples/server.sel
-                                                           what goes out to syslog
+  ./run.sh --root build/demo import --ipmitool-order FILE  your own server's, as written by
+                                                           ipmitool sel writeraw FILE
   ./run.sh --root build/demo export --format=sel copy.sel  the records back, byte for byte
   ./run.sh --help                                          all commands
 TEXT
