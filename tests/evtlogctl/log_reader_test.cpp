@@ -429,6 +429,18 @@ TEST_F(MadeLog, OldestThatIsNeverReached) {
     expectDamage(image, "entry 0 is out of range", {1, 2, 3});
 }
 
+// A log whose time was set back is not taken for one that is being written for ever.
+TEST_F(MadeLog, FullCircularLogWhoseTimeWasSetBack) {
+    Image image = linkedImage();
+    image.info.type = ZUSAHPI_EL_TYPE_CIRCULAR;
+    image.info.sa.Size = 3;
+    image.entries[0].entry.Timestamp = 1000;
+    expectDamage(image, "", {1, 2, 3});
+    image.info.oldest = 2; // entries 2, 3, 1, of which entry 1 is the newest and the latest
+    image.info.newest = 1;
+    expectDamage(image, "", {2, 3, 1});
+}
+
 TEST_F(MadeLog, EveryCutOfTheFile) {
     const std::string bytes = linkedImage().bytes();
     for (std::size_t size = 0; size < bytes.size(); size += 101) {

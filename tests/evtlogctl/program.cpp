@@ -1,3 +1,5 @@
+// Running the built program: its arguments, its standard streams, its terminal.
+
 #include "tests/evtlogctl/program.h"
 
 #include <array>

@@ -1,3 +1,5 @@
+// Reading the sample records of the tests.
+
 #include "tests/evtlogctl/sel_samples.h"
 
 #include <cstring>

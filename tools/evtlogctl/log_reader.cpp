@@ -236,8 +236,9 @@ struct Reading {
 // (Where the log's time was set back that is so for good, and costs no more than time.)
 [[nodiscard]] bool overwritesOldest(const Snapshot &snapshot) {
     const EventLogInfoRecord &info = snapshot.info;
-    return eventlog::typeOf(info) == LogType::circular && !snapshot.entries.empty() &&
-           info.sa.Entries == info.sa.Size && snapshot.entries.size() == info.sa.Entries &&
+    return snapshot.damage.empty() && eventlog::typeOf(info) == LogType::circular &&
+           !snapshot.entries.empty() && info.sa.Entries == info.sa.Size &&
+           snapshot.entries.size() == info.sa.Entries &&
            snapshot.entries.front().entry.Timestamp > snapshot.entries.back().entry.Timestamp;
 }
 
