@@ -6,9 +6,9 @@
 #include <cstdio>
 #include <cstring>
 
-#include "constants/type_ids.h"
 #include "display/display_form.h"
 #include "display/indent.h"
+#include "display/named_type.h"
 #include "zuSaHpi_mainlib.h"
 #include "zuSaHpi_util.h"
 
@@ -33,8 +33,6 @@ Text textOf(const SaHpiTextBufferT &buffer) {
 }
 
 namespace {
-
-enum Format : int { valueOnly = 0, full = 1, bareText = 2, typeTag = 3 };
 
 // What one call prints, and where.
 struct Printing {
@@ -75,10 +73,8 @@ int printFull(const Printing &printing, const Indent &continuation) {
     const auto &[out, buffer, label, indent] = printing;
     const char *lines = continuation.text;
     zuSaHpiPrintf(out, "\n");
-    zuSaHpiValueDisplay(out, "DataType    ", buffer.DataType, 0, type_id::textType,
-                        "SAHPI_TL_TYPE_", lines);
-    zuSaHpiValueDisplay(out, "Language    ", buffer.Language, 0, type_id::language, "SAHPI_LANG_",
-                        lines);
+    printValue(out, "DataType    ", buffer.DataType, named_type::textType, lines);
+    printValue(out, "Language    ", buffer.Language, named_type::language, lines);
     zuSaHpiPrintf(out, "%sDataLength   %u\n", lines, static_cast<unsigned>(buffer.DataLength));
     if (isPrintable(buffer)) {
         return zuSaHpiPrintf(out, "%sData = \"%s\"\n", lines, textOf(buffer).text);
@@ -143,15 +139,15 @@ int zuSaHpiTextBufferDisplay(zuSaHpiHandleT out, const SaHpiTextBufferT *textBuf
                             .indent = indent};
     const Label printed = printLabel(printing);
     switch (format) {
-    case valueOnly:
+    case text_format::valueOnly:
         return isPrintable(*textBuffer) ? printQuoted(out, *textBuffer)
                                         : printDump(out, *textBuffer, indent);
-    case full:
+    case text_format::full:
         return printFull(printing, printed.continuation);
-    case bareText:
+    case text_format::bareText:
         return isPrintable(*textBuffer) ? zuSaHpiPrintf(out, "%s", textOf(*textBuffer).text)
                                         : printed.result;
-    case typeTag:
+    case text_format::typeTag:
         return printTagged(printing);
     default:
         return zuSaHpiPrintf(out, "Undefined format code passed to zuSaHpiTextBufferDisplay: %d\n",

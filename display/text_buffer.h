@@ -6,6 +6,11 @@
 
 namespace zusahpi::display {
 
+// The formats that zuSaHpiTextBufferDisplay takes.
+namespace text_format {
+enum Format : int { valueOnly = 0, full = 1, bareText = 2, typeTag = 3 };
+}
+
 // Room for a full text buffer and a NUL.
 struct Text {
     char text[SAHPI_MAX_TEXT_BUFFER_LENGTH + 1];

@@ -285,6 +285,69 @@ SaErrorT zuSaHpiEventLogStateSet(SaHpiBoolT enable);
  */
 SaErrorT zuSaHpiEventLogProtectSet(SaHpiBoolT protect);
 
+/* ==================================== Front ends of the log ================================== */
+
+/*
+ * Serves one event log request of a client and writes the reply into the same message.
+ *
+ *   request  a message of any alignment: 108 bytes of the transport, never touched; at 108 the size
+ *            of header and payload; at 112 the header of 16 bytes, which begins with the message
+ *            type and the return code; at 128 the payload, with room for the reply.
+ *
+ *   type  request          payload read                     reply (size of header and payload)
+ *   10    info get         -                                11: SaHpiEventLogInfoT (56)
+ *   12    entry get        entry id                         13: entry, what it holds, neighbours
+ *                                                               (344)
+ *   14    RPT entry get    entry id                         15: SaHpiRptEntryT, next id (468)
+ *   16    RDR get          entry id                         17: SaHpiRdrT, next id (744)
+ *   18    add entry        SaHpiEventT                      19: - (16)
+ *   20    clear            -                                20, size unchanged
+ *   21    reset overflow   -                                21, size unchanged
+ *   22    set time         SaHpiEventLogInfoT.CurrentTime   23: - (16)
+ *   24    set state        SaHpiEventLogInfoT.Enabled       25: - (16)
+ *
+ * The outcome of the operation is the message's return code. A get request that fails keeps its
+ * type, size and payload. Before initialisation every request gets SA_ERR_HPI_INVALID_CMD. Any
+ * other type prints a message and ends the process with status 1. Returns 0.
+ */
+int zuSaHpiEvtLogRequest(void *request);
+
+/*
+ * Prints the message formats, a line "<prefix><name>: <size>" each, the size in bytes with header.
+ *
+ *   genericSize  receives the size of a buffer that holds any message; null when not wanted.
+ *   maxSize      receives the size of the largest format; null when not wanted.
+ */
+void zuSaHpiPrintMsgSizes(zuSaHpiHandleT out, const char *prefix, int *genericSize, int *maxSize);
+
+/*
+ * Carries out the rest of an operator's "evtlog" command line and prints the result. The caller has
+ * begun a strtok() scan of the line, with blanks and tabs, and taken the word "evtlog"; this
+ * function goes on with the scan. Wrong usage prints the usage text.
+ */
+void zuSaHpiProcessEventLogCommand(zuSaHpiHandleT out);
+
+/*
+ * Prints a log file, the running log's or any other, without lock: settings, a transaction that
+ * waits to be applied, and every record, live or dead.
+ *
+ *   fileName  used as it stands when it begins with "/" or "./"; else under zuSaHpiRoot "/evtlog/".
+ *             At most 98 characters, in the second case together with the root.
+ *   dump      nonzero: hex dumps of the records instead of readable text.
+ *
+ * The main library must be up (zuSaHpiLibInitialized). The file may hold anything; it is shown up
+ * to where it ended when the printout reached its entries, a record that is cut short with zeros
+ * for what is missing. Problems are printed to out. Returns the result of its last print or of
+ * close().
+ */
+int zuSaHpiDumplog(zuSaHpiHandleT out, const char *fileName, int dump);
+
+/* The same for an open file, whose position it moves. Returns that of its last print or read. */
+int zuSaHpiPrintlog(zuSaHpiHandleT out, int fd, int dump);
+
+/* The same for the running log's own file; prints nothing when the log keeps none. */
+int zuSaHpiPrintEventLog(zuSaHpiHandleT out, int dump);
+
 /* ================================ Configuration of the log =================================== */
 
 /* Keyword codes of a ConfigNode. The text of a keyword is the main library's. */
@@ -444,6 +507,57 @@ int zuSaHpiTextBufferDisplay(zuSaHpiHandleT out, const SaHpiTextBufferT *textBuf
 int zuSaHpiEntityPathDisplay(zuSaHpiHandleT out, const SaHpiEntityPathT *entityPath,
                              const char *label, const char *indent);
 
+/* ====================================== Record printers ====================================== */
+
+/* Prints the log's info record, nine lines. */
+int zuSaHpiPrintEventLogInfo(zuSaHpiHandleT out, const SaHpiEventLogInfoT *info,
+                             const char *indent);
+
+/* Prints a log entry: id, time and event. */
+int zuSaHpiPrintEventLogEntry(zuSaHpiHandleT out, const SaHpiEventLogEntryT *entry,
+                              const char *indent);
+
+/* Prints an event: source, type, time and severity, then what its type holds. */
+int zuSaHpiPrintEvent(zuSaHpiHandleT out, const SaHpiEventT *event, const char *indent);
+
+/* Prints an entry of the resource presence table. */
+int zuSaHpiRptDisplay(zuSaHpiHandleT out, const SaHpiRptEntryT *rptEntry, const char *indent);
+
+/*
+ * Prints a resource data record.
+ *
+ *   floatAccuracy  nonzero: a sensor's accuracy is the standard's floating point factor; 0: it is
+ *                  an unsigned 32-bit number of 0.0001 per cent in the field's first four bytes.
+ */
+int zuSaHpiRdrDisplay(zuSaHpiHandleT out, const SaHpiRdrT *rdr, const char *indent,
+                      uint32_t floatAccuracy);
+
+/* Prints an annunciator's condition. */
+int zuSaHpiConditionDisplay(zuSaHpiHandleT out, const SaHpiConditionT *condition,
+                            const char *indent);
+
+/*
+ * Prints a sensor reading.
+ *
+ *   label  printed before it in mode 0 only.
+ *   mode   0 a line of its own, with label and type; 2 without a line end, so that the caller can
+ *          go on with the line; any other the value and a line end.
+ */
+int zuSaHpiSensorReadingDisplay(zuSaHpiHandleT out, const char *label,
+                                const SaHpiSensorReadingT *reading, int mode, const char *indent);
+
+/*
+ * Prints the text of a text control: printable text in lines of maxChars characters, Unicode and
+ * binary data as hex dumps of as many. With maxChars 0 all of it makes one line or one dump.
+ *
+ *   data      length bytes.
+ *   language  not used.
+ *   framed    nonzero: printable text is drawn in a box.
+ */
+int zuSaHpiTextControlDisplay(zuSaHpiHandleT out, const SaHpiUint8T *data, uint32_t length,
+                              SaHpiUint8T maxChars, SaHpiTextTypeT dataType,
+                              SaHpiLanguageT language, int framed, const char *indent);
+
 /* =================================== Registry of constants =================================== */
 
 /* Type key: bits 0 to 23 a type id (1 to 59), bits 24 to 31 a sub-type, 0 for none. */
@@ -493,6 +607,36 @@ uint32_t zuSaHpiGetTypeId(const char *typeName);
 
 /* Returns 1 when the type has constants of that sub-type, else 0. */
 int zuSaHpiCheckSubType(uint32_t typeId, uint32_t subType);
+
+/* ======================================= Sorted index ======================================== */
+
+/*
+ * A sparse map from 32-bit keys to pointers that are not null, cheap for keys that cluster. The
+ * caller holds the index as a pointer, null for an empty one, and serialises all access to it. A
+ * value must hold its own key where the key is needed in a walk. Exhausted memory prints a message
+ * and ends the process with status 1.
+ */
+
+/*
+ * Stores value under key, over any earlier one; null deletes. Returns the index: a new one when
+ * index was null, else index itself, which stays valid until it is freed.
+ */
+void *zuSaHpiIndexAdd(void *value, uint32_t key, void *index);
+
+/* Deletes what is stored under key, if anything. */
+void zuSaHpiIndexDel(uint32_t key, void *index);
+
+/* Returns the value under key, or null. */
+void *zuSaHpiIndexGet(uint32_t key, void *index);
+
+/* Returns the value under the smallest key not below key, or null; always null for 0xFFFFFFFF. */
+void *zuSaHpiIndexGetNext(uint32_t key, void *index);
+
+/* Returns the value under the largest key not above key, or null; always null for 0. */
+void *zuSaHpiIndexGetPrev(uint32_t key, void *index);
+
+/* Frees the index; the values are the caller's. Returns null, to be stored as the index. */
+void *zuSaHpiIndexFree(void *index);
 
 /* ========================================= Utilities ========================================= */
 
