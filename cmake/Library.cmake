@@ -7,7 +7,7 @@ target_include_directories(
   PUBLIC ${PROJECT_SOURCE_DIR}/include
   PRIVATE ${PROJECT_SOURCE_DIR})
 target_link_libraries(zuSaHpi_util_objects PRIVATE zusahpi_library)
-foreach(folder util constants display config eventlog)
+foreach(folder util constants display config eventlog frontends)
   include(${PROJECT_SOURCE_DIR}/${folder}/sources.cmake)
 endforeach()
 
