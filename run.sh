@@ -34,10 +34,14 @@ echo "The log:"
 echo
 echo "Its newest entries:"
 "$tool" "${demo[@]}" list -n 12
+echo
+echo "The newest one in full:"
+"$tool" "${demo[@]}" list -n 1 -o verbose
 cat <<'TEXT'
 
 Try next:
   ./run.sh --root build/demo list                          every entry, oldest first
+  ./run.sh --root build/demo shell                         a prompt for evtlog commands
   ./run.sh --root build/demo import --ipmitool-order FILE  your own server's, as written by
                                                            ipmitool sel writeraw FILE
   ./run.sh --root build/demo export --format=sel copy.sel  the records back, byte for byte

@@ -3,7 +3,8 @@
 # Does nothing when all is there.
 set -euo pipefail
 
-packages=(cmake ninja-build g++ libcli11-dev libfmt-dev nlohmann-json3-dev tao-pegtl-dev)
+packages=(cmake ninja-build g++ libcli11-dev libfmt-dev nlohmann-json3-dev tao-pegtl-dev
+    libedit-dev)
 if [ "${1:-}" = --tests ]; then
     packages+=(googletest shellcheck clang-format python3 binutils util-linux)
     if [ "$(dpkg --print-architecture)" = amd64 ]; then

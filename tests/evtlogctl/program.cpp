@@ -3,10 +3,12 @@
 #include "tests/evtlogctl/program.h"
 
 #include <array>
+#include <csignal>
 #include <cstdlib>
 #include <stdexcept>
 
 #include <fcntl.h>
+#include <poll.h>
 #include <pty.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -79,6 +81,52 @@ Result runOnTerminal(const std::vector<std::string> &arguments) {
     // The read fails when the last process has closed its side.
     for (ssize_t count = 0; (count = read(terminal, buffer.data(), buffer.size())) > 0;) {
         result.errors.append(buffer.data(), static_cast<std::size_t>(count));
+    }
+    close(terminal);
+    result.exitStatus = finish(child);
+    return result;
+}
+
+namespace {
+
+// Appends what the terminal shows until `awaited` stands in it behind `from`, or, with nothing
+// awaited, until the program has closed it. False: that did not come to pass in time.
+bool readUntil(int terminal, const std::string &awaited, std::size_t from, std::string &shown) {
+    std::array<char, 4096> buffer{};
+    while (awaited.empty() || shown.find(awaited, from) == std::string::npos) {
+        pollfd ready{.fd = terminal, .events = POLLIN, .revents = 0};
+        if (poll(&ready, 1, 20'000) != 1) {
+            return false;
+        }
+        const ssize_t count = read(terminal, buffer.data(), buffer.size());
+        if (count <= 0) {
+            return awaited.empty();
+        }
+        shown.append(buffer.data(), static_cast<std::size_t>(count));
+    }
+    return true;
+}
+
+} // namespace
+
+Result talkOnTerminal(const std::vector<std::string> &arguments,
+                      const std::vector<Typing> &typings) {
+    int terminal = -1;
+    const pid_t child = forkpty(&terminal, nullptr, nullptr, nullptr);
+    if (child == 0) {
+        setenv("TERM", "dumb", 1);
+        execute(arguments);
+    }
+    Result result;
+    bool inTime = true;
+    for (const auto &[awaited, typed] : typings) {
+        const std::size_t from = result.output.size();
+        inTime = inTime && readUntil(terminal, awaited, from, result.output) &&
+                 write(terminal, typed.data(), typed.size()) == static_cast<ssize_t>(typed.size());
+    }
+    inTime = inTime && readUntil(terminal, "", 0, result.output);
+    if (!inTime) {
+        kill(child, SIGKILL);
     }
     close(terminal);
     result.exitStatus = finish(child);

@@ -24,6 +24,17 @@ Result run(const std::vector<std::string> &arguments, const std::string &input =
 // With a terminal as its standard error; `errors` is what the terminal got.
 Result runOnTerminal(const std::vector<std::string> &arguments);
 
+// What is typed once the terminal has shown some text.
+struct Typing {
+    std::string awaited;
+    std::string typed;
+};
+
+// With a terminal as all its standard streams; `output` is what the terminal showed. A text that
+// does not show within twenty seconds ends the talk, and the exit status is then -1.
+Result talkOnTerminal(const std::vector<std::string> &arguments,
+                      const std::vector<Typing> &typings);
+
 // Without waiting for it; its output is thrown away. The caller waits.
 pid_t start(const std::vector<std::string> &arguments);
 

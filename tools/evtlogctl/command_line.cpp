@@ -26,7 +26,8 @@ struct Arguments {
     std::string utcOffset = "Z";
     bool reversedOem = false;
     std::string exportForm = "sel";
-    std::string file; // of export, list and info
+    std::string listForm = "short";
+    std::string file; // of every command but import
     std::size_t newest = allEntries;
 };
 
@@ -113,14 +114,28 @@ CLI::App *addList(CLI::App &app, Arguments &arguments) {
     command->add_option("-n,--newest", arguments.newest, "Print only the newest N entries")
         ->type_name("N")
         ->check(CLI::NonNegativeNumber);
+    command
+        ->add_option("-o,--output", arguments.listForm,
+                     "Form of an entry: short (a line) or verbose (all that it holds)")
+        ->type_name("FORM")
+        ->check(CLI::IsMember({"short", "verbose"}));
     return command;
 }
 
-CLI::App *addInfo(CLI::App &app, Arguments &arguments) {
-    CLI::App *const command =
-        app.add_subcommand("info", "Print the settings and the fill state of a log; needs no lock");
+// A command that takes a log file and nothing else.
+CLI::App *addReader(CLI::App &app, Arguments &arguments, const char *name, const char *what) {
+    CLI::App *const command = app.add_subcommand(name, what);
     command->add_option("FILE", arguments.file, "Log file; the configured log without it")
         ->type_name("");
+    return command;
+}
+
+CLI::App *addEvtlog(CLI::App &app) {
+    CLI::App *const command = app.add_subcommand(
+        "evtlog", "Run one line of the evtlog command on the configured log; without words it "
+                  "prints their usage");
+    command->fallthrough(false); // its words are its own, "-5" and "/0a" among them
+    command->prefix_command();
     return command;
 }
 
@@ -130,6 +145,10 @@ struct Commands {
     CLI::App *export_;
     CLI::App *list;
     CLI::App *info;
+    CLI::App *print;
+    CLI::App *dump;
+    CLI::App *evtlog;
+    CLI::App *shell;
 };
 
 [[nodiscard]] int runCommand(const Commands &commands, Arguments &arguments) {
@@ -146,10 +165,23 @@ struct Commands {
         return exportRecords(arguments.settings, arguments.file);
     }
     if (commands.list->parsed()) {
-        return listEntries(arguments.settings, arguments.file, arguments.newest);
+        return listEntries(arguments.settings, arguments.file, arguments.newest,
+                           arguments.listForm == "verbose" ? ListForm::verbose : ListForm::line);
     }
     if (commands.info->parsed()) {
         return showInfo(arguments.settings, arguments.file);
+    }
+    if (commands.print->parsed()) {
+        return printLog(arguments.settings, arguments.file, LogForm::text);
+    }
+    if (commands.dump->parsed()) {
+        return printLog(arguments.settings, arguments.file, LogForm::hex);
+    }
+    if (commands.evtlog->parsed()) {
+        return runEvtlog(arguments.settings, commands.evtlog->remaining());
+    }
+    if (commands.shell->parsed()) {
+        return runShell(arguments.settings);
     }
     return showConfig(arguments.settings);
 }
@@ -163,10 +195,21 @@ struct Commands {
     Arguments arguments;
     CLI::App app("Keeps, shows and fills event logs of the HPI standard.", programName);
     addGlobalOptions(app, arguments);
-    const Commands commands{.import = addImport(app, arguments),
-                            .export_ = addExport(app, arguments),
-                            .list = addList(app, arguments),
-                            .info = addInfo(app, arguments)};
+    const Commands commands{
+        .import = addImport(app, arguments),
+        .export_ = addExport(app, arguments),
+        .list = addList(app, arguments),
+        .info = addReader(app, arguments, "info",
+                          "Print the settings and the fill state of a log; "
+                          "needs no lock"),
+        .print = addReader(app, arguments, "print",
+                           "Print all that a log file holds, dead records too; "
+                           "needs no lock"),
+        .dump = addReader(app, arguments, "dump",
+                          "Print the records of a log file in hex; needs no "
+                          "lock"),
+        .evtlog = addEvtlog(app),
+        .shell = app.add_subcommand("shell", "Prompt for lines of the evtlog command")};
     app.add_subcommand("config", "Print the settings and the syslog map of the configuration");
     try {
         app.parse(argumentCount, argumentValues);

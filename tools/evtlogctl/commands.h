@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "tools/evtlogctl/log_reader.h"
 #include "tools/evtlogctl/sel_input.h"
@@ -31,11 +32,27 @@ struct ImportOptions {
 // `file` empty or "-": standard output.
 [[nodiscard]] int exportRecords(const Settings &settings, const std::string &file);
 
+enum class ListForm : std::uint8_t {
+    line,    // one for each entry
+    verbose, // everything, as the library prints it
+};
+
 // `file` empty: the configured log.
-[[nodiscard]] int listEntries(const Settings &settings, const std::string &file,
-                              std::size_t newest);
+[[nodiscard]] int listEntries(const Settings &settings, const std::string &file, std::size_t newest,
+                              ListForm form);
 [[nodiscard]] int showInfo(const Settings &settings, const std::string &file);
 
 [[nodiscard]] int showConfig(const Settings &settings);
+
+enum class LogForm : std::uint8_t { text, hex };
+
+// `file` empty: the configured log.
+[[nodiscard]] int printLog(const Settings &settings, const std::string &file, LogForm form);
+
+// One line of the evtlog command on the configured log.
+[[nodiscard]] int runEvtlog(const Settings &settings, const std::vector<std::string> &words);
+
+// Lines of the evtlog command from a terminal or from standard input, until the end of it.
+[[nodiscard]] int runShell(const Settings &settings);
 
 } // namespace zusahpi::evtlogctl

@@ -1,4 +1,4 @@
-// evtlogctl list: a line for each entry.
+// evtlogctl list: a line for each entry, or all that it holds.
 #include <cstdio>
 #include <string>
 
@@ -6,14 +6,36 @@
 #include "tools/evtlogctl/failure.h"
 #include "tools/evtlogctl/log_line.h"
 #include "tools/evtlogctl/output.h"
+#include "zuSaHpi_mainlib.h"
 
 namespace zusahpi::evtlogctl {
+namespace {
 
-int listEntries(const Settings &settings, const std::string &file, std::size_t newest) {
+void printWhole(const EventLogEntryRecord &entry) {
+    const auto out = reinterpret_cast<zuSaHpiHandleT>(stdout);
+    zuSaHpiPrintEventLogEntry(out, &entry.entry, "");
+    if (entry.rpt.ResourceCapabilities != 0) {
+        zuSaHpiPrintf(out, "RPT Entry:\n");
+        zuSaHpiRptDisplay(out, &entry.rpt, "      ");
+    }
+    if (entry.rdr.RdrType != SAHPI_NO_RECORD) {
+        zuSaHpiPrintf(out, "RDR:\n");
+        zuSaHpiRdrDisplay(out, &entry.rdr, "      ", 0);
+    }
+}
+
+} // namespace
+
+int listEntries(const Settings &settings, const std::string &file, std::size_t newest,
+                ListForm form) {
     const std::string path = logToRead(settings, file);
     const Snapshot log = readLog(path, newest);
     for (const EventLogEntryRecord &entry : log.entries) {
-        writeAll(stdout, logLine(entry) + "\n", standardOutput);
+        if (form == ListForm::verbose) {
+            printWhole(entry);
+        } else {
+            writeAll(stdout, logLine(entry) + "\n", standardOutput);
+        }
     }
     flushAll(stdout, standardOutput);
     if (!log.damage.empty()) {
