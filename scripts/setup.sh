@@ -3,10 +3,9 @@
 # Does nothing when all is there.
 set -euo pipefail
 
-packages=(cmake ninja-build g++ libcli11-dev libfmt-dev nlohmann-json3-dev tao-pegtl-dev
-    libedit-dev)
+packages=(cmake ninja-build g++ googletest libcli11-dev libedit-dev libfmt-dev tao-pegtl-dev)
 if [ "${1:-}" = --tests ]; then
-    packages+=(googletest shellcheck clang-format python3 binutils util-linux)
+    packages+=(binutils clang-format git python3 shellcheck)
     if [ "$(dpkg --print-architecture)" = amd64 ]; then
         packages+=(gcc-multilib g++-multilib)
     fi
