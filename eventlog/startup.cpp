@@ -63,15 +63,16 @@ LogPath logPath(const EventLogControlBlock &block) {
     LogPath path{};
     const char *name = block.fileName;
     const std::size_t length = strnlen(name, ZUSAHPI_EL_FILE_NAME_SIZE);
-    const bool asItStands = name[0] == '/' || std::strncmp(name, "./", 2) == 0;
+    const bool asItStands = usedAsItStands(name);
     const std::size_t rootLength = asItStands ? 0 : std::strlen(zuSaHpiRoot);
-    if (length == ZUSAHPI_EL_FILE_NAME_SIZE || (!asItStands && length + rootLength + 1 > 99)) {
+    if (length == ZUSAHPI_EL_FILE_NAME_SIZE ||
+        (!asItStands && length + rootLength > longestRootAndName)) {
         die("Eventlog Filename in configuration too long.\n");
     }
     if (asItStands) {
         std::snprintf(path.data(), path.size(), "%s", name);
     } else {
-        std::snprintf(path.data(), path.size(), "%s/evtlog/%s", zuSaHpiRoot, name);
+        std::snprintf(path.data(), path.size(), "%s%s%s", zuSaHpiRoot, logFolder, name);
     }
     return path;
 }

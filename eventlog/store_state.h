@@ -14,14 +14,15 @@
 #include <unistd.h>
 
 #include "eventlog/log_format.h"
+#include "eventlog/log_path.h"
 
 namespace zusahpi::eventlog {
 
 inline constexpr std::uint32_t readCacheSlots = 4;
 
-// Room for any file name of a control block behind a root and "/evtlog/": a plain name and the root
+// Room for any file name of a control block behind root and log folder: a plain name and the root
 // hold 98 characters together, a name that is used as it stands 99.
-inline constexpr std::size_t logPathSize = ZUSAHPI_EL_FILE_NAME_SIZE + sizeof("/evtlog/") - 1;
+inline constexpr std::size_t logPathSize = ZUSAHPI_EL_FILE_NAME_SIZE + logFolderLength;
 inline constexpr std::size_t lockPathSize = logPathSize + sizeof(".lck") - 1;
 
 struct StoreState {

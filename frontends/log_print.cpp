@@ -27,7 +27,7 @@ using eventlog::LogType;
 using eventlog::OverflowAction;
 
 // The longest name that is used as it stands; also of a plain name together with the root.
-constexpr std::size_t longestName = ZUSAHPI_EL_FILE_NAME_SIZE - 2;
+constexpr std::size_t longestName = eventlog::longestRootAndName;
 
 [[nodiscard]] const char *nameOf(LogType type) {
     switch (type) {
@@ -219,25 +219,24 @@ int showRecord(zuSaHpiHandleT out, int dump, const EventLogEntryRecord &record, 
     }
 }
 
-constexpr std::size_t folderLength = sizeof("/evtlog/") - 1;
-
 using LogPath = char[eventlog::logPathSize];
-static_assert(sizeof(LogPath) > longestName + folderLength);
+static_assert(sizeof(LogPath) > longestName + eventlog::logFolderLength);
 
 // The path of the file that the name stands for, in `path` where it has to be made; null when the
 // name is too long, `result` then being what the message's print returned.
 [[nodiscard]] const char *logPathOf(zuSaHpiHandleT out, const char *fileName, LogPath &path,
                                     int &result) {
-    if (fileName[0] == '/' || std::strncmp(fileName, "./", 2) == 0) {
+    if (eventlog::usedAsItStands(fileName)) {
         if (std::strlen(fileName) > longestName) {
             result = zuSaHpiPrintf(out, "Filename passed to zuSaHpiDumplog too long.\n");
             return nullptr;
         }
         return fileName;
     }
-    const int length = std::snprintf(path, sizeof path, "%s/evtlog/%s", zuSaHpiRoot, fileName);
+    const int length =
+        std::snprintf(path, sizeof path, "%s%s%s", zuSaHpiRoot, eventlog::logFolder, fileName);
     // The folder does not count.
-    if (length < 0 || static_cast<std::size_t>(length) > longestName + folderLength) {
+    if (length < 0 || static_cast<std::size_t>(length) > longestName + eventlog::logFolderLength) {
         result = zuSaHpiPrintf(out, "Log filename too long.\n");
         return nullptr;
     }

@@ -8,6 +8,7 @@
 
 #include <unistd.h>
 
+#include "eventlog/log_path.h"
 #include "mainlib/default_mainlib.h"
 #include "tools/evtlogctl/exit_hint.h"
 #include "tools/evtlogctl/failure.h"
@@ -28,13 +29,11 @@ constexpr std::string_view builtIn = R"(EventLog=linked {
 }
 )";
 
-[[nodiscard]] bool usedAsItStands(std::string_view fileName) {
-    return fileName.starts_with('/') || fileName.starts_with("./");
-}
-
 [[nodiscard]] std::string pathOf(const EventLogControlBlock &block) {
     const std::string name = block.fileName;
-    return usedAsItStands(name) ? name : fmt::format("{}/evtlog/{}", zuSaHpiRoot, name);
+    return eventlog::usedAsItStands(name.c_str())
+               ? name
+               : fmt::format("{}{}{}", zuSaHpiRoot, eventlog::logFolder, name);
 }
 
 void setRoot(const Settings &settings) {
@@ -54,7 +53,7 @@ void setRoot(const Settings &settings) {
 }
 
 void makeFolder(const LogSetup &setup) {
-    if (usedAsItStands(setup.block->fileName)) {
+    if (eventlog::usedAsItStands(setup.block->fileName)) {
         return;
     }
     const std::filesystem::path folder = std::filesystem::path(setup.path).parent_path();
