@@ -11,6 +11,7 @@
 #include <poll.h>
 #include <pty.h>
 #include <sys/wait.h>
+#include <termios.h>
 #include <unistd.h>
 
 #include "tests/support/files.h"
@@ -107,6 +108,18 @@ bool readUntil(int terminal, const std::string &awaited, std::size_t from, std::
     return true;
 }
 
+// A line editor shows its prompt a moment before it takes the terminal over, and an end of file
+// typed in between is lost. Waits for that; a program without an editor takes none over.
+void awaitEditor(int terminal) {
+    termios settings{};
+    for (int attempt = 0; attempt < 100; ++attempt) {
+        if (tcgetattr(terminal, &settings) == 0 && (settings.c_lflag & ICANON) == 0) {
+            return;
+        }
+        usleep(5'000);
+    }
+}
+
 } // namespace
 
 Result talkOnTerminal(const std::vector<std::string> &arguments,
@@ -121,7 +134,9 @@ Result talkOnTerminal(const std::vector<std::string> &arguments,
     bool inTime = true;
     for (const auto &[awaited, typed] : typings) {
         const std::size_t from = result.output.size();
-        inTime = inTime && readUntil(terminal, awaited, from, result.output) &&
+        inTime = inTime && readUntil(terminal, awaited, from, result.output);
+        awaitEditor(terminal);
+        inTime = inTime &&
                  write(terminal, typed.data(), typed.size()) == static_cast<ssize_t>(typed.size());
     }
     inTime = inTime && readUntil(terminal, "", 0, result.output);
