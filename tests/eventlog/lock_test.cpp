@@ -73,8 +73,19 @@ TEST_F(Lock, ASecondStartInTheSameProcessFailsToTakeIt) {
     EXPECT_EQ(result.diagnostics, "Cannot establish lock on event log file.\n");
 }
 
-// A network file system may report failure for a link that it made: the count decides.
+// A network file system may report failure for a link that it made, or lose one: the count decides.
 TEST_F(Lock, TheResultOfLinkDoesNotDecide) {
+    const ChildResult taken =
+        startIn([] { makeNextLinkLie(test_support::LinkLie::failureWhenMade); });
+    EXPECT_EQ(taken.exitStatus, 0) << taken.diagnostics;
+    EXPECT_FALSE(test_support::exists(lockPath()));
+    unlink(logPath().c_str());
+
+    const ChildResult lost =
+        startIn([] { makeNextLinkLie(test_support::LinkLie::successWhenNotMade); });
+    EXPECT_EQ(lost.exitStatus, 1);
+    EXPECT_EQ(lost.diagnostics, "Cannot establish lock on event log file.\n");
+
     const ChildResult refused = startIn([] { failCall(Call::link, EEXIST); });
     EXPECT_EQ(refused.exitStatus, 1);
     EXPECT_EQ(refused.diagnostics, "Cannot establish lock on event log file.\n");

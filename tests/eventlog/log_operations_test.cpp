@@ -127,6 +127,19 @@ TEST_F(LogOperations, ClearOfALinkedLogGoesThroughTheTransactionLog) {
                                       "write 80", "ftruncate 6064"}));
 }
 
+TEST_F(LogOperations, ClearForgetsTheFreeList) {
+    start(linked, wrap, 5);
+    add(1);
+    add(2);
+    ASSERT_EQ(zuSaHpiEventLogEntryDel(1, 0), SA_OK);
+    ASSERT_EQ(file().freeHead(), 1U);
+    ASSERT_EQ(zuSaHpiEventLogClear(), SA_OK);
+    EXPECT_EQ(file().freeHead(), none);
+    add(3);
+    EXPECT_EQ(file().newest(), 1U);
+    EXPECT_EQ(seeds(), (std::vector<int>{3}));
+}
+
 TEST_F(LogOperations, ClearReportsItsFailures) {
     start(linked, wrap, 5);
     add(1);

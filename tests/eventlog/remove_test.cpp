@@ -123,6 +123,40 @@ TEST_F(Remove, OldestOfAWrappedCircularWrapsAtMaxUsed) {
     EXPECT_EQ(seeds(), (std::vector<int>{4, 5}));
 }
 
+TEST_F(Remove, CircularWithOneEntryLeftEndsAtIt) {
+    startWith(circular, 2);
+    EXPECT_EQ(remove(SAHPI_NEWEST_ENTRY), SA_OK);
+    EXPECT_EQ(file().newest(), 1U);
+    EXPECT_EQ(file().maxUsed(), 1U);
+}
+
+// A ring that wrapped below its Size: the seam is at maxUsed, for both ends.
+TEST_F(Remove, EndsOfACircularLogWrapAtMaxUsedNotAtSize) {
+    const auto startOn = [](std::uint32_t oldest, std::uint32_t newest) {
+        FileImage image;
+        EventLogInfoRecord info = controlBlock(circular, wrap, 10).info;
+        info.sa.Entries = 3;
+        info.oldest = oldest;
+        info.newest = newest;
+        info.maxUsed = 5;
+        image.setInfo(info);
+        for (std::uint32_t number = 1; number <= 5; ++number) {
+            image.setEntry(entryRecord(number, static_cast<std::uint8_t>(number)));
+        }
+        writeLog(image);
+        start(circular, wrap, 10);
+    };
+    test_support::inChild([&] {
+        startOn(4, 1);
+        EXPECT_EQ(remove(SAHPI_NEWEST_ENTRY), SA_OK);
+        EXPECT_EQ(file().newest(), 5U);
+    });
+    startOn(5, 2);
+    EXPECT_EQ(remove(SAHPI_OLDEST_ENTRY), SA_OK);
+    EXPECT_EQ(file().oldest(), 1U);
+    EXPECT_EQ(file().maxUsed(), 2U);
+}
+
 TEST_F(Remove, LinkedUnlinksTheMiddle) {
     startWith(linked, 3);
     EXPECT_EQ(remove(2), SA_OK);

@@ -10,6 +10,8 @@
 #include <cerrno>
 #include <cstdarg>
 #include <cstdlib>
+#include <optional>
+#include <utility>
 
 #include <dlfcn.h>
 #include <fcntl.h>
@@ -31,6 +33,7 @@ struct FaultState {
     bool cutWrite = false;
     std::size_t cutWriteTo = 0;
     std::vector<std::string> calls;
+    std::optional<LinkLie> linkLie;
     std::string host;
     int processId = 0;
 };
@@ -88,6 +91,10 @@ void failCallsFrom(Call call, int errorNumber, int skip) {
 void cutNextWrite(std::size_t bytes) {
     faultState().cutWrite = true;
     faultState().cutWriteTo = bytes;
+}
+
+void makeNextLinkLie(LinkLie lie) {
+    faultState().linkLie = lie;
 }
 
 void pretendHost(const std::string &name) {
@@ -167,7 +174,15 @@ int ftruncate(int fd, off_t length) noexcept {
 
 int link(const char *from, const char *to) noexcept {
     note("link");
-    return fails(Call::link) ? -1 : real<int(const char *, const char *)>("link")(from, to);
+    if (fails(Call::link)) {
+        return -1;
+    }
+    const std::optional<LinkLie> lie = std::exchange(faultState().linkLie, std::nullopt);
+    if (lie == LinkLie::successWhenNotMade) {
+        return 0;
+    }
+    const int result = real<int(const char *, const char *)>("link")(from, to);
+    return lie == LinkLie::failureWhenMade ? -1 : result;
 }
 
 int stat(const char *path, struct stat *status) noexcept {

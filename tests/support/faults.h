@@ -30,6 +30,11 @@ void failCall(Call call, int errorNumber, int skip = 0);
 // The same for every call from then on, until the end of the process.
 void failCallsFrom(Call call, int errorNumber, int skip = 0);
 
+// Makes the next link answer the wrong way: failure for a link that it made, or success for one
+// that it did not make.
+enum class LinkLie { failureWhenMade, successWhenNotMade };
+void makeNextLinkLie(LinkLie lie);
+
 // Makes the next write move only `bytes` bytes.
 void cutNextWrite(std::size_t bytes);
 
