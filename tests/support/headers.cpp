@@ -1,0 +1,1 @@
+// Empty: the library of the precompiled headers needs a source.
