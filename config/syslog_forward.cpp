@@ -37,8 +37,8 @@ struct Forwarding {
     Forwarding forwarding{.priority = priority, .record = record};
     const bool namesResource = zuSaHpiSyslogSuppressResource == 0;
     if (namesResource) {
-        std::snprintf(forwarding.resource, sizeof forwarding.resource, "Resource %u ",
-                      record.event.Source);
+        (void)std::snprintf(forwarding.resource, sizeof forwarding.resource, "Resource %u ",
+                            record.event.Source);
     }
     const bool hasRpt = record.rpt.ResourceCapabilities != 0;
     if (namesResource && hasRpt && mayBeText(record.rpt.ResourceTag)) {

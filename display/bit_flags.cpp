@@ -13,7 +13,7 @@ constexpr long long lastColumn = 70;
 constexpr char opening[] = ": ";
 constexpr char separator[] = ", ";
 
-[[nodiscard]] constexpr long long lengthOf(const char *text) {
+[[nodiscard]] long long lengthOf(const char *text) {
     return static_cast<long long>(std::strlen(text));
 }
 

@@ -13,8 +13,8 @@ Name registryText(SaHpiInt64T value, std::uint32_t typeId) {
     Name buffer;
     Name name;
     // The time formatter may answer with a text of its own in place of the buffer.
-    std::snprintf(name.text, sizeof name.text, "%s",
-                  zuSaHpiVal2Str(value, buffer.text, sizeof buffer.text, typeId));
+    (void)std::snprintf(name.text, sizeof name.text, "%s",
+                        zuSaHpiVal2Str(value, buffer.text, sizeof buffer.text, typeId));
     return name;
 }
 

@@ -33,6 +33,6 @@ char *zuSaHpiValueString(uint32_t valueLow, uint32_t valueHigh, uint32_t typeId,
     using namespace zusahpi::display;
     Name name;
     displayForm(valueOf(valueLow, valueHigh), typeId, prefix, name);
-    std::snprintf(dest, destSize, "%s", name.text);
+    (void)std::snprintf(dest, destSize, "%s", name.text);
     return dest;
 }

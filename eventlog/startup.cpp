@@ -70,9 +70,9 @@ LogPath logPath(const EventLogControlBlock &block) {
         die("Eventlog Filename in configuration too long.\n");
     }
     if (asItStands) {
-        std::snprintf(path.data(), path.size(), "%s", name);
+        (void)std::snprintf(path.data(), path.size(), "%s", name);
     } else {
-        std::snprintf(path.data(), path.size(), "%s%s%s", zuSaHpiRoot, logFolder, name);
+        (void)std::snprintf(path.data(), path.size(), "%s%s%s", zuSaHpiRoot, logFolder, name);
     }
     return path;
 }
@@ -130,7 +130,7 @@ void startNewFile(const EventLogControlBlock &block, const LogPath &path) {
 
 void openLogFile(const EventLogControlBlock &block) {
     const LogPath path = logPath(block);
-    std::snprintf(store.lockPath.data(), store.lockPath.size(), "%s.lck", path.data());
+    (void)std::snprintf(store.lockPath.data(), store.lockPath.size(), "%s.lck", path.data());
     takeLock();
     store.holder = getpid();
     store.fd = open(path.data(), O_RDWR | O_CLOEXEC | syncFlagOf(block));

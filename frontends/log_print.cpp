@@ -240,7 +240,7 @@ static_assert(sizeof(LogPath) > longestName + eventlog::logFolderLength);
         result = zuSaHpiPrintf(out, "Log filename too long.\n");
         return nullptr;
     }
-    return path;
+    return &path[0];
 }
 
 } // namespace

@@ -278,7 +278,7 @@ std::string shown(std::string_view text) {
             result += character;
         } else {
             std::array<char, 5> escape{};
-            std::snprintf(escape.data(), escape.size(), "\\x%02X", unsigned{byte});
+            (void)std::snprintf(escape.data(), escape.size(), "\\x%02X", unsigned{byte});
             result += escape.data();
         }
     }

@@ -42,14 +42,16 @@ constexpr std::array severities = {Word{"critical", SAHPI_CRITICAL},
                                    Word{"debug", SAHPI_DEBUG},
                                    Word{"all", SAHPI_ALL_SEVERITIES}};
 
-constexpr auto levels = [] {
+constexpr auto levelWords() {
     std::array<Word, syslogLevelNames.size() + 1> words{};
     for (std::uint32_t level = 0; level < syslogLevelNames.size(); ++level) {
         words[level] = {syslogLevelNames[level], level};
     }
     words.back() = {"none", ZUSAHPI_CONF_NO_LEVEL};
     return words;
-}();
+}
+
+constexpr auto levels = levelWords();
 
 constexpr std::uint32_t anySize = std::numeric_limits<std::uint32_t>::max();
 

@@ -32,7 +32,7 @@ __attribute__((format(printf, 1, 0))) std::string formatted(const char *format, 
         return {};
     }
     std::string text(static_cast<std::size_t>(length) + 1, '\0');
-    std::vsnprintf(text.data(), text.size(), format, arguments);
+    (void)std::vsnprintf(text.data(), text.size(), format, arguments);
     text.pop_back();
     return text;
 }

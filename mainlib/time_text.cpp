@@ -46,7 +46,7 @@ void writeAbsolute(SaHpiTimeT time, char *out) {
     out = putPart(out, static_cast<long>(static_cast<unsigned>(date.month())), 2, '-');
     out = putPart(out, static_cast<long>(static_cast<unsigned>(date.day())), 2, 'T');
     out = putClock(out, hh_mm_ss<nanoseconds>{moment - day});
-    std::strcpy(out, "Z");
+    std::memcpy(out, "Z", sizeof "Z");
 }
 
 // `time` is not SAHPI_TIME_UNSPECIFIED, whose magnitude has no 64 bits; so days are at most 106751.
@@ -66,7 +66,7 @@ void writeRelative(SaHpiTimeT time, char *out) {
 
 char *zuSaHpiTimeT2String(SaHpiTimeT time, int, char *buffer) {
     if (time == SAHPI_TIME_UNSPECIFIED) {
-        std::strcpy(buffer, "unspecified");
+        std::memcpy(buffer, "unspecified", sizeof "unspecified");
     } else if (time > SAHPI_TIME_MAX_RELATIVE) {
         writeAbsolute(time, buffer);
     } else {

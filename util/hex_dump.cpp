@@ -61,9 +61,9 @@ void formatLine(const HexDump &dump, HexDumpLine &line) {
 }
 
 void formatFold(const HexDump &dump, HexDumpLine &line) {
-    std::snprintf(line.text, sizeof line.text,
-                  "     %.4x - %.4x   same as above          /                /",
-                  static_cast<unsigned>(dump.position), static_cast<unsigned>(dump.foldEnd - 1));
+    (void)std::snprintf(
+        line.text, sizeof line.text, "     %.4x - %.4x   same as above          /                /",
+        static_cast<unsigned>(dump.position), static_cast<unsigned>(dump.foldEnd - 1));
 }
 
 // Where the lines after the full line at `shown` stop repeating it; the line after it when there is

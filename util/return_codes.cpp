@@ -50,7 +50,7 @@ const char *zuSaHpiReturnCode(SaErrorT code, char *buffer) {
     if (buffer == nullptr) {
         return "Undefined Return Code";
     }
-    std::snprintf(buffer, ZUSAHPI_RETURN_CODE_SIZE, "Undefined Return Code: %ld",
-                  static_cast<long>(code));
+    (void)std::snprintf(buffer, ZUSAHPI_RETURN_CODE_SIZE, "Undefined Return Code: %ld",
+                        static_cast<long>(code));
     return buffer;
 }

@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <cstring>
+#include <ostream>
 
 #include "eventlog/store_state.h"
 #include "eventlog/transaction.h"
@@ -297,6 +298,10 @@ struct Forwarding {
     bool enabled;
     int force;
     std::size_t lines;
+
+    friend void PrintTo(const Forwarding &wanted, std::ostream *out) {
+        *out << wanted.syslogEnabled << wanted.followsState << wanted.enabled << wanted.force;
+    }
 };
 
 class AddForwarding : public Add, public testing::WithParamInterface<Forwarding> {};

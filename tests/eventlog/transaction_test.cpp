@@ -5,6 +5,7 @@
 
 #include <cerrno>
 #include <cstring>
+#include <ostream>
 
 #include "eventlog/entry_io.h"
 #include "eventlog/store_state.h"
@@ -170,6 +171,10 @@ struct FailedCall {
     const char *message;
     bool flaggedInFile; // the file then waits for replay
     bool newInfoInMemory;
+
+    friend void PrintTo(const FailedCall &failed, std::ostream *out) {
+        *out << failed.message;
+    }
 };
 
 class LinkedCommitFailure : public Transaction, public testing::WithParamInterface<FailedCall> {};

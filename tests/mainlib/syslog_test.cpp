@@ -57,7 +57,7 @@ bool mountNamespace() {
 // Takes this process into a mount namespace with a /dev of its own, where /dev/log is a socket of
 // this test. Returns the socket, -1 where the kernel does not permit that.
 int ownSystemLog() {
-    if (!mountNamespace() || mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
+    if (!mountNamespace() || mount("none", "/", "none", MS_REC | MS_PRIVATE, nullptr) != 0 ||
         mount("none", "/dev", "tmpfs", 0, nullptr) != 0) {
         return -1;
     }
