@@ -146,15 +146,15 @@ TEST_F(EvtlogProgram, PrintAndDumpRefuseWhatIsNoLog) {
     writeFile(file, std::string(100, 'x'));
     for (const char *command : {"print", "dump"}) {
         Result result = run({command, file});
-        EXPECT_EQ(result.exitStatus, 1);
+        EXPECT_EQ(result.exitStatus, 3);
         EXPECT_EQ(result.errors, "evtlogctl: " + file +
                                      " is no log: it is shorter than an empty log, or no regular "
                                      "file; name an event log file\n");
         result = run({command, folder.file("missing")});
-        EXPECT_EQ(result.exitStatus, 1);
+        EXPECT_EQ(result.exitStatus, 4);
         EXPECT_EQ(result.output, "");
         result = run({command, "/dev/zero"});
-        EXPECT_EQ(result.exitStatus, 1);
+        EXPECT_EQ(result.exitStatus, 3);
     }
 }
 

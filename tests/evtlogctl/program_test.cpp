@@ -50,8 +50,9 @@ class Program : public testing::Test {
         EXPECT_EQ(result.output, file + ": " + counts + "\n");
         EXPECT_EQ(result.errors, "");
     }
-    void expectFailure(const Result &result, const std::string &line) {
-        EXPECT_EQ(result.exitStatus, 1);
+    // 4: the system said no.
+    void expectFailure(const Result &result, const std::string &line, int status = 4) {
+        EXPECT_EQ(result.exitStatus, status);
         EXPECT_EQ(result.output, "");
         EXPECT_EQ(result.errors, "evtlogctl: " + line + "\n");
     }
@@ -178,7 +179,8 @@ TEST_F(Program, ALogThatTakesNoMore) {
     configure("circular", "Size=100\nOverflow=drop");
     expectFailure(import(exampleFile("server.sel")),
                   log + " is full and takes no more entries, 100 were added; give it a greater "
-                        "Size or another Overflow in the configuration");
+                        "Size or another Overflow in the configuration",
+                  1);
     EXPECT_FALSE(exists(log + ".lck"));
     EXPECT_EQ(run({"export"}).output, readFile(exampleFile("server.sel")).substr(0, 1600));
 }
@@ -235,7 +237,7 @@ TEST_F(Program, SeverityTable) {
     EXPECT_EQ(run({"list", "-n", "1"}).output.substr(34, 5), "debug");
     writeFile(table, "oem * * loud\n");
     expectFailure(run({"import", "--severity-table", table, dataFile("labelled-bytes.txt")}),
-                  table + ":1: \"loud\" is no severity; see \"evtlogctl import --help\"");
+                  table + ":1: \"loud\" is no severity; see \"evtlogctl import --help\"", 2);
     expectFailure(run({"import", "--severity-table", folder.file("no"), dataFile("misc-30.sel")}),
                   folder.file("no") + " cannot be opened: No such file or directory; check the "
                                       "name and its permissions");
@@ -322,8 +324,9 @@ TEST_F(Program, BrokenLines) {
 TEST_F(Program, TextWithoutRecords) {
     const std::string file = folder.file("letter");
     writeFile(file, "Dear Sir or Madam,\n");
-    expectFailure(import(file), file + ": no line holds the sixteen bytes of a record; name a file "
-                                       "of SEL records");
+    expectFailure(
+        import(file),
+        file + ": no line holds the sixteen bytes of a record; name a file of SEL records", 1);
     EXPECT_FALSE(exists(root));
 }
 
@@ -348,8 +351,9 @@ TEST_F(Program, NoLogYet) {
 
 TEST_F(Program, NoLogFileAtAll) {
     configure("syslog", "Size=10");
-    expectFailure(run({"list"}), "the configuration " + config +
-                                     " keeps no log file; name a log file, or configure one");
+    expectFailure(
+        run({"list"}),
+        "the configuration " + config + " keeps no log file; name a log file, or configure one", 2);
     expectImport(dataFile("misc-30.sel"), "30 records read, 30 added, 0 already known");
     EXPECT_FALSE(exists(root));
 }
@@ -360,17 +364,18 @@ TEST_F(Program, DamagedLog) {
     bytes[6064 + 3 * 1496 + 16] = 99; // the id of entry 4
     writeFile(log, bytes);
     const Result list = run({"list"});
-    EXPECT_EQ(list.exitStatus, 1);
+    EXPECT_EQ(list.exitStatus, 3);
     EXPECT_EQ(linesOf(list.output), 6U);
     EXPECT_EQ(list.errors, "evtlogctl: " + log +
                                " is damaged: entry 4 calls itself 99; only the "
                                "entries after that are listed\n");
     const Result exported = run({"export"});
-    EXPECT_EQ(exported.exitStatus, 1);
+    EXPECT_EQ(exported.exitStatus, 3);
     EXPECT_EQ(exported.output, readFile(dataFile("session-audit-10.sel")).substr(4 * 16));
     expectFailure(import(dataFile("misc-30.sel")),
                   log + " is damaged (entry 4 calls itself 99), so it cannot be told which records "
-                        "it holds; add them all with --all");
+                        "it holds; add them all with --all",
+                  3);
     EXPECT_FALSE(exists(log + ".lck"));
 }
 
@@ -470,7 +475,7 @@ TEST_F(Program, ConfigWithASyslogMap) {
 TEST_F(Program, ErrorsOfTheConfiguration) {
     writeFile(config, "EventLog=round\n");
     const Result wrong = run({"config"});
-    EXPECT_EQ(wrong.exitStatus, 1);
+    EXPECT_EQ(wrong.exitStatus, 2);
     EXPECT_EQ(linesOf(wrong.errors), 1U);
     EXPECT_EQ(wrong.errors.substr(0, 15 + config.size()), "evtlogctl: " + config + ":1:1");
     const Result missing = program::run({"config", "--config", folder.file("none")});
@@ -496,7 +501,9 @@ TEST_F(Program, WrongUsageIsOneLineAndStatusTwo) {
         {"list", "-n", "-1"},
         {"list", "--syslog=nowhere"},
         {"config", "extra"},
-
+        {"check", "--salvage"},
+        {"check", "--salvage", ""},
+        {"unlock", "a", "b"},
     };
     for (const auto &arguments : wrong) {
         const Result result = program::run(arguments);
@@ -528,15 +535,64 @@ TEST_F(Program, HelpAndVersion) {
                                                                        {"export", "--help"},
                                                                        {"list", "-h"},
                                                                        {"info", "--help"},
+                                                                       {"check", "--help"},
+                                                                       {"unlock", "--help"},
                                                                        {"config", "--help"}}) {
         const Result help = program::run(arguments);
         EXPECT_EQ(help.exitStatus, 0);
         EXPECT_EQ(help.errors, "");
         EXPECT_NE(help.output.find("Usage: evtlogctl"), std::string::npos) << help.output;
     }
-    for (const char *command : {"import", "export", "list", "info", "config"}) {
+    for (const char *command : {"import", "export", "list", "info", "check", "unlock", "config"}) {
         EXPECT_NE(program::run({"--help"}).output.find(command), std::string::npos);
     }
+}
+
+// The numbers in the help text are those of the manual.
+TEST_F(Program, ExitStatusesAreExplained) {
+    const std::string help = program::run({"--help"}).output;
+    EXPECT_TRUE(help.ends_with(
+        "Exit status:\n"
+        "  0  done\n"
+        "  1  nothing matched, something was left out, or a check found something that is no "
+        "damage\n"
+        "  2  wrong usage: command line, configuration, severity table\n"
+        "  3  a damaged log, or a file that is no log\n"
+        "  4  the system said no: a missing file, a permission, a full disk, a lock\n"))
+        << help;
+}
+
+TEST_F(Program, AnEmptyLogListedWholeIsDone) {
+    writeFile(folder.file("empty"), "");
+    EXPECT_EQ(import(folder.file("empty")).exitStatus, 0);
+    const Result list = run({"list"});
+    EXPECT_EQ(list.exitStatus, 0);
+    EXPECT_EQ(list.output, "");
+}
+
+// The library's own exit status is 1 for every failed start.
+TEST_F(Program, ADamagedLogThatCannotBeStarted) {
+    configure("linked", "Size=10");
+    (void)import(dataFile("session-audit-10.sel"));
+    std::string bytes = readFile(log);
+    bytes[72] = 1;       // an update waits
+    bytes[80 + 16] = 77; // for an entry that the log does not have
+    writeFile(log, bytes);
+    for (const auto &arguments : {std::vector<std::string>{"import", dataFile("misc-30.sel")},
+                                  {"evtlog", "info"},
+                                  {"shell"}}) {
+        const Result result = run(arguments);
+        EXPECT_EQ(result.exitStatus, 3);
+        EXPECT_EQ(result.output, "");
+        EXPECT_EQ(result.errors, "Error transacting logged record on existing log file.\n"
+                                 "evtlogctl: the log " +
+                                     log +
+                                     " is damaged, see the line above; \"evtlogctl check\" says "
+                                     "where, and with --salvage saves its entries\n");
+        EXPECT_FALSE(exists(log + ".lck"));
+    }
+    writeFile(log, "short");
+    EXPECT_EQ(run({"evtlog", "info"}).exitStatus, 3);
 }
 
 // ---- Other processes ----------------------------------------------------------------------------
@@ -544,11 +600,14 @@ TEST_F(Program, HelpAndVersion) {
 TEST_F(Program, HeldLock) {
     (void)import(dataFile("misc-30.sel"));
     writeFile(log + ".lck", "");
-    expectFailure(import(dataFile("misc-30.sel")),
-                  log +
-                      " is locked by another process; wait until it has ended, or, when no "
-                      "process uses the log, remove " +
-                      log + ".lck");
+    const Result refused = import(dataFile("misc-30.sel"));
+    EXPECT_EQ(refused.exitStatus, 4);
+    EXPECT_EQ(refused.output, "");
+    EXPECT_EQ(refused.errors, "Cannot establish lock on event log file.\n"
+                              "evtlogctl: " +
+                                  log +
+                                  " is locked by another process; wait until it has ended, or, if "
+                                  "it was killed, remove its lock with \"evtlogctl unlock\"\n");
     EXPECT_EQ(linesOf(run({"list"}).output), 30U);
     EXPECT_EQ(run({"info"}).exitStatus, 0);
     EXPECT_EQ(run({"export"}).output, readFile(dataFile("misc-30.sel")));
@@ -558,7 +617,7 @@ TEST_F(Program, HeldLock) {
 TEST_F(Program, ALogThatCannotBeStarted) {
     writeFile(config, "EventLog=linked {\nFilename=\"/dev/null/log\"\nSize=3\n}\n");
     const Result result = import(dataFile("misc-30.sel"));
-    EXPECT_EQ(result.exitStatus, 1);
+    EXPECT_EQ(result.exitStatus, 4);
     EXPECT_EQ(result.errors, "create of temporary lockfile:Not a directory\n"
                              "evtlogctl: the log /dev/null/log could not be started, see the line "
                              "above; check its folder, its permissions and --root\n");
@@ -585,7 +644,7 @@ TEST_F(Program, ListWhileAnotherProcessAdds) {
     int status = 0;
     while (waitpid(importer, &status, WNOHANG) == 0) {
         const Result list = run({"list", log});
-        if (list.exitStatus == 1) { // the file is there before its first bytes are
+        if (list.exitStatus == 3) { // the file is there before its first bytes are
             EXPECT_EQ(list.errors, "evtlogctl: " + log +
                                        " is no log: it is shorter than an empty "
                                        "log; name an event log file\n");

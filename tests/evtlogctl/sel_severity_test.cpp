@@ -174,6 +174,7 @@ TEST(SelSeverity, MistakesAreToldWithTheirLine) {
         {"threshold 1 asserted bad", "t:1: \"bad\" is no severity"},
         {"sensor-specific/7 1 * ok", "t:1: \"7\" is no sensor type (0x00 to 0xFF)"},
         {"sensor-specific/0x100 1 * ok", "t:1: \"0x100\" is no sensor type"},
+        {"thres\x1B[2Jhold\xFF 1 * ok", "t:1: \"thres.[2Jhold.\" is no event category"},
     };
     for (const auto &[text, expected] : rows) {
         try {

@@ -70,7 +70,7 @@ TEST(Settings, WhatTheLibraryRefusesComesWithAHint) {
     test_support::writeFile(file, "EventLog=linked {\nFilename=x\n}\n");
     const auto result =
         test_support::runInChild([&] { (void)configure({.configFile = file, .root = "/r"}); });
-    EXPECT_EQ(result.exitStatus, 1);
+    EXPECT_EQ(result.exitStatus, 2);
     EXPECT_EQ(result.diagnostics, "No Size parameter given for EventLog\n"
                                   "evtlogctl: the configuration " +
                                       file + " was refused, see the line above; correct it\n");

@@ -27,7 +27,8 @@ struct Arguments {
     bool reversedOem = false;
     std::string exportForm = "sel";
     std::string listForm = "short";
-    std::string file; // of every command but import
+    CheckOptions check;
+    std::string file; // of every other command
     std::size_t newest = allEntries;
 };
 
@@ -49,6 +50,13 @@ informational:
 const std::map<std::string, sel::Form> forms = {
     {"auto", sel::Form::automatic}, {"raw", sel::Form::raw}, {"text", sel::Form::text}};
 
+constexpr const char *statusNotes = R"(Exit status:
+  0  done
+  1  nothing matched, something was left out, or a check found something that is no damage
+  2  wrong usage: command line, configuration, severity table
+  3  a damaged log, or a file that is no log
+  4  the system said no: a missing file, a permission, a full disk, a lock)";
+
 void addGlobalOptions(CLI::App &app, Arguments &arguments) {
     app.add_option("--config", arguments.settings.configFile,
                    "Configuration file; without it a Linked log of 10,000 entries that wraps")
@@ -63,6 +71,7 @@ void addGlobalOptions(CLI::App &app, Arguments &arguments) {
         ->type_name("WHERE")
         ->check(CLI::IsMember({"stderr", "syslog"}));
     app.set_version_flag("--version", fmt::format("{} {}", programName, ZUSAHPI_UTIL_VERSION));
+    app.footer(statusNotes);
     app.require_subcommand(1);
     app.fallthrough(); // global options may stand after the command too
 }
@@ -122,6 +131,22 @@ CLI::App *addList(CLI::App &app, Arguments &arguments) {
     return command;
 }
 
+CLI::App *addCheck(CLI::App &app, Arguments &arguments) {
+    CLI::App *const command = app.add_subcommand(
+        "check", "Say what is wrong with a log file, and save its entries; needs no lock");
+    command->add_option("FILE", arguments.check.file, "Log file; the configured log without it")
+        ->type_name("");
+    command
+        ->add_option("--salvage", arguments.check.salvage,
+                     "Write a sound log of every entry that can be read to the new file NEW")
+        ->type_name("NEW")
+        ->check([](const std::string &name) {
+            return name.empty() ? std::string("a file name is needed") : std::string();
+        });
+    command->add_flag("--all", arguments.check.all, "Print every finding, however many are alike");
+    return command;
+}
+
 // A command that takes a log file and nothing else.
 CLI::App *addReader(CLI::App &app, Arguments &arguments, const char *name, const char *what) {
     CLI::App *const command = app.add_subcommand(name, what);
@@ -145,13 +170,15 @@ struct Commands {
     CLI::App *export_;
     CLI::App *list;
     CLI::App *info;
+    CLI::App *check;
+    CLI::App *unlock;
     CLI::App *print;
     CLI::App *dump;
     CLI::App *evtlog;
     CLI::App *shell;
 };
 
-[[nodiscard]] int runCommand(const Commands &commands, Arguments &arguments) {
+[[nodiscard]] Status runCommand(const Commands &commands, Arguments &arguments) {
     arguments.settings.forward = arguments.syslog.has_value();
     zuSaHpiSyslogStreamSet(arguments.syslog == "stderr" ? stderr : nullptr);
     if (commands.import->parsed()) {
@@ -170,6 +197,12 @@ struct Commands {
     }
     if (commands.info->parsed()) {
         return showInfo(arguments.settings, arguments.file);
+    }
+    if (commands.check->parsed()) {
+        return checkLogFile(arguments.settings, arguments.check);
+    }
+    if (commands.unlock->parsed()) {
+        return unlockLog(arguments.settings, arguments.file);
     }
     if (commands.print->parsed()) {
         return printLog(arguments.settings, arguments.file, LogForm::text);
@@ -202,6 +235,9 @@ struct Commands {
         .info = addReader(app, arguments, "info",
                           "Print the settings and the fill state of a log; "
                           "needs no lock"),
+        .check = addCheck(app, arguments),
+        .unlock = addReader(app, arguments, "unlock",
+                            "Remove the lock that a killed process left behind"),
         .print = addReader(app, arguments, "print",
                            "Print all that a log file holds, dead records too; "
                            "needs no lock"),
@@ -221,9 +257,9 @@ struct Commands {
                              unknown ? fmt::format("{} is no command", app.remaining().front())
                                      : oneLine(error.what()),
                              programName));
-        return statusWrongUsage;
+        return static_cast<int>(Status::wrongUsage);
     }
-    return runCommand(commands, arguments);
+    return static_cast<int>(runCommand(commands, arguments));
 }
 
 } // namespace
@@ -255,12 +291,13 @@ int run(int argumentCount, char **arguments) {
         return parseAndRun(argumentCount, arguments);
     } catch (const Failure &failure) {
         complain(failure.what());
+        return static_cast<int>(failure.status);
     } catch (const std::bad_alloc &) {
         complain("there is not enough memory for this log or file; list fewer entries with -n");
     } catch (const std::exception &error) {
         complain(fmt::format("unexpected failure: {}; please report it", error.what()));
     }
-    return statusFailed;
+    return static_cast<int>(Status::systemRefused);
 }
 
 } // namespace zusahpi::evtlogctl

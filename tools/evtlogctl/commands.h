@@ -11,12 +11,9 @@
 #include "tools/evtlogctl/sel_input.h"
 #include "tools/evtlogctl/sel_record.h"
 #include "tools/evtlogctl/settings.h"
+#include "tools/evtlogctl/status.h"
 
 namespace zusahpi::evtlogctl {
-
-inline constexpr int statusDone = 0;
-inline constexpr int statusFailed = 1;
-inline constexpr int statusWrongUsage = 2;
 
 struct ImportOptions {
     std::string file; // "-": standard input
@@ -27,10 +24,10 @@ struct ImportOptions {
     std::string severityTable; // a file; empty: the built-in table
 };
 
-[[nodiscard]] int importRecords(const Settings &settings, const ImportOptions &options);
+[[nodiscard]] Status importRecords(const Settings &settings, const ImportOptions &options);
 
 // `file` empty or "-": standard output.
-[[nodiscard]] int exportRecords(const Settings &settings, const std::string &file);
+[[nodiscard]] Status exportRecords(const Settings &settings, const std::string &file);
 
 enum class ListForm : std::uint8_t {
     line,    // one for each entry
@@ -38,21 +35,31 @@ enum class ListForm : std::uint8_t {
 };
 
 // `file` empty: the configured log.
-[[nodiscard]] int listEntries(const Settings &settings, const std::string &file, std::size_t newest,
-                              ListForm form);
-[[nodiscard]] int showInfo(const Settings &settings, const std::string &file);
+[[nodiscard]] Status listEntries(const Settings &settings, const std::string &file,
+                                 std::size_t newest, ListForm form);
+[[nodiscard]] Status showInfo(const Settings &settings, const std::string &file);
 
-[[nodiscard]] int showConfig(const Settings &settings);
+[[nodiscard]] Status showConfig(const Settings &settings);
 
 enum class LogForm : std::uint8_t { text, hex };
 
+struct CheckOptions {
+    std::string file;    // empty: the configured log
+    std::string salvage; // the file to make of what can be read; empty: none
+    bool all = false;    // every finding, however many are alike
+};
+[[nodiscard]] Status checkLogFile(const Settings &settings, const CheckOptions &options);
+
 // `file` empty: the configured log.
-[[nodiscard]] int printLog(const Settings &settings, const std::string &file, LogForm form);
+[[nodiscard]] Status unlockLog(const Settings &settings, const std::string &file);
+
+// `file` empty: the configured log.
+[[nodiscard]] Status printLog(const Settings &settings, const std::string &file, LogForm form);
 
 // One line of the evtlog command on the configured log.
-[[nodiscard]] int runEvtlog(const Settings &settings, const std::vector<std::string> &words);
+[[nodiscard]] Status runEvtlog(const Settings &settings, const std::vector<std::string> &words);
 
 // Lines of the evtlog command from a terminal or from standard input, until the end of it.
-[[nodiscard]] int runShell(const Settings &settings);
+[[nodiscard]] Status runShell(const Settings &settings);
 
 } // namespace zusahpi::evtlogctl

@@ -53,7 +53,7 @@ void keyword(std::string &text, std::uint32_t code, std::uint32_t value) {
 
 } // namespace
 
-int showConfig(const Settings &settings) {
+Status showConfig(const Settings &settings) {
     const LogSetup setup = configure(settings);
     const EventLogControlBlock &block = *setup.block;
     const EventLogInfoRecord &info = block.info;
@@ -75,7 +75,7 @@ int showConfig(const Settings &settings) {
     keyword(text, ZUSAHPI_CONF_SYSLOG_SUPPRESS_RESOURCE, zuSaHpiSyslogSuppressResource);
     writeAll(stdout, text + mapText(), standardOutput);
     flushAll(stdout, standardOutput);
-    return statusDone;
+    return Status::done;
 }
 
 } // namespace zusahpi::evtlogctl

@@ -20,7 +20,9 @@ namespace {
 constexpr std::string_view commandWord = "evtlog";
 
 // The library goes on with the scan of the line that is begun here, so the line must stay.
-void runLine(std::string line) {
+void runLine(const std::string &words) {
+    std::string line = words;
+    // cppcheck-suppress strtokCalled
     (void)std::strtok(line.data(), " \t");
     zuSaHpiProcessEventLogCommand(reinterpret_cast<zuSaHpiHandleT>(stdout));
     flushAll(stdout, standardOutput);
@@ -63,17 +65,17 @@ void printHelp() {
 
 } // namespace
 
-int runEvtlog(const Settings &settings, const std::vector<std::string> &words) {
+Status runEvtlog(const Settings &settings, const std::vector<std::string> &words) {
     startLog(configure(settings));
     std::string line(commandWord);
     for (const std::string &word : words) {
         line += " " + word;
     }
     runLine(line);
-    return statusDone;
+    return Status::done;
 }
 
-int runShell(const Settings &settings) {
+Status runShell(const Settings &settings) {
     startLog(configure(settings));
     noteInterruptions();
     if (isatty(STDIN_FILENO) == 0) {
@@ -82,7 +84,7 @@ int runShell(const Settings &settings) {
                 break;
             }
         }
-        return statusDone;
+        return Status::done;
     }
     openLineEditor(std::string(zuSaHpiRoot) + "/evtlogctl_history");
     while (!interrupted()) {
@@ -92,7 +94,7 @@ int runShell(const Settings &settings) {
         }
     }
     closeLineEditor();
-    return statusDone;
+    return Status::done;
 }
 
 } // namespace zusahpi::evtlogctl

@@ -20,7 +20,8 @@ void writeRecords(const std::string &file, const std::string &bytes) {
     const std::unique_ptr<std::FILE, int (*)(std::FILE *)> stream(std::fopen(file.c_str(), "wbe"),
                                                                   std::fclose);
     if (stream == nullptr) {
-        fail("{} cannot be written: {}; check the name and its permissions", file, systemError());
+        fail(Status::systemRefused, "{} cannot be written: {}; check the name and its permissions",
+             file, systemError());
     }
     writeAll(stream.get(), bytes, file);
     flushAll(stream.get(), file);
@@ -28,7 +29,7 @@ void writeRecords(const std::string &file, const std::string &bytes) {
 
 } // namespace
 
-int exportRecords(const Settings &settings, const std::string &file) {
+Status exportRecords(const Settings &settings, const std::string &file) {
     const std::string path = existingLog(settings);
     const Snapshot log = readLog(path);
     std::string bytes;
@@ -48,9 +49,9 @@ int exportRecords(const Settings &settings, const std::string &file) {
     if (!log.damage.empty()) {
         complain(fmt::format("{} is damaged: {}; only the entries after that were exported", path,
                              log.damage));
-        return statusFailed;
+        return Status::damaged;
     }
-    return statusDone;
+    return Status::done;
 }
 
 } // namespace zusahpi::evtlogctl

@@ -9,7 +9,7 @@ namespace zusahpi::evtlogctl {
 void complain(const std::string &line) {
     // A line goes out in one call, so that it stays whole beside the lines of other processes.
     const std::string text = fmt::format("{}: {}\n", programName, line);
-    std::fputs(text.c_str(), stderr);
+    (void)std::fputs(text.c_str(), stderr);
 }
 
 std::string systemError() {

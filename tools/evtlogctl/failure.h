@@ -1,5 +1,5 @@
 // How a command ends early: with one line for the user, which says what failed, on what, and what
-// to do about it.
+// to do about it, and with the exit status for that.
 #pragma once
 
 #include <cstring>
@@ -9,15 +9,21 @@
 
 #include <fmt/format.h>
 
+#include "tools/evtlogctl/status.h"
+
 namespace zusahpi::evtlogctl {
 
 struct Failure : std::runtime_error {
-    using std::runtime_error::runtime_error;
+    Failure(Status exitStatus, const std::string &text)
+        : std::runtime_error(text), status(exitStatus) {
+    }
+    Status status;
 };
 
 template <typename... Arguments>
-[[noreturn]] void fail(fmt::format_string<Arguments...> format, Arguments &&...arguments) {
-    throw Failure(fmt::format(format, std::forward<Arguments>(arguments)...));
+[[noreturn]] void fail(Status status, fmt::format_string<Arguments...> format,
+                       Arguments &&...arguments) {
+    throw Failure(status, fmt::format(format, std::forward<Arguments>(arguments)...));
 }
 
 inline constexpr const char *programName = "evtlogctl";

@@ -30,7 +30,8 @@ using Known = std::map<sel::Record, std::size_t>;
     }
     const Snapshot log = readLog(setup.path);
     if (!log.damage.empty()) {
-        fail("{} is damaged ({}), so it cannot be told which records it holds; add them all with "
+        fail(Status::damaged,
+             "{} is damaged ({}), so it cannot be told which records it holds; add them all with "
              "--all",
              setup.path, log.damage);
     }
@@ -82,7 +83,8 @@ void hintAtOemOrder(const std::string &file, const sel::Input &input, sel::OemOr
     sel::Input input = sel::readRecords(data, options.form);
     if (input.form == sel::Form::text && input.records.empty() && input.problems.empty() &&
         data.find_first_not_of(" \t\r\n") != std::string::npos) {
-        fail("{}: no line holds the sixteen bytes of a record; name a file of SEL records",
+        fail(Status::findings,
+             "{}: no line holds the sixteen bytes of a record; name a file of SEL records",
              options.file);
     }
     return input;
@@ -103,13 +105,15 @@ void addRecord(const sel::Record &record, const sel::Mapping &mapping, const Cou
     const EventLogAddRecord entry = sel::toEvent(record, mapping);
     const SaErrorT result = zuSaHpiEventLogEntryAdd(&entry, evenWhenDisabled);
     if (result == SA_ERR_HPI_OUT_OF_SPACE) {
-        fail("{} is full and takes no more entries, {} were added; give it a greater Size or "
+        fail(Status::findings,
+             "{} is full and takes no more entries, {} were added; give it a greater Size or "
              "another Overflow in the configuration",
              path, counts.added);
     }
     if (result != SA_OK) {
         char unknown[ZUSAHPI_RETURN_CODE_SIZE];
-        fail("{} took {} entries, then failed with {}; check the disk and the log", path,
+        fail(result == SA_ERR_HPI_INTERNAL_ERROR ? Status::damaged : Status::systemRefused,
+             "{} took {} entries, then failed with {}; check the disk and the log", path,
              counts.added, zuSaHpiReturnCode(result, unknown));
     }
 }
@@ -153,7 +157,7 @@ void summarise(const std::string &file, const sel::Input &input, const Counts &c
 
 } // namespace
 
-int importRecords(const Settings &settings, const ImportOptions &options) {
+Status importRecords(const Settings &settings, const ImportOptions &options) {
     const sel::SeverityTable severities = readSeverities(options.severityTable);
     const sel::Input input = readInput(options);
     hintAtOemOrder(options.file, input, options.oemOrder);
@@ -172,7 +176,7 @@ int importRecords(const Settings &settings, const ImportOptions &options) {
     if (counts.stopped) {
         complain(fmt::format("{}: interrupted; import it again to add the rest", options.file));
     }
-    return counts.stopped || !input.problems.empty() ? statusFailed : statusDone;
+    return counts.stopped || !input.problems.empty() ? Status::findings : Status::done;
 }
 
 } // namespace zusahpi::evtlogctl

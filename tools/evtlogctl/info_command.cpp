@@ -34,7 +34,7 @@ namespace {
 
 } // namespace
 
-int showInfo(const Settings &settings, const std::string &file) {
+Status showInfo(const Settings &settings, const std::string &file) {
     const std::string path = logToRead(settings, file);
     const LogInfo log = readLogInfo(path);
     const EventLogInfoRecord &info = log.info;
@@ -61,7 +61,7 @@ int showInfo(const Settings &settings, const std::string &file) {
     line("Interrupted update", yesOrNo(info.updating));
     writeAll(stdout, text, standardOutput);
     flushAll(stdout, standardOutput);
-    return statusDone;
+    return Status::done;
 }
 
 } // namespace zusahpi::evtlogctl

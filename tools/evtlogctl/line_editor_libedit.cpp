@@ -58,7 +58,7 @@ void openLineEditor(const std::string &historyFile) {
 std::optional<std::string> editLine(const char *prompt) {
     const std::unique_ptr<char, decltype(&std::free)> line(readline(prompt), std::free);
     if (line == nullptr) {
-        std::fputc('\n', stdout);
+        (void)std::fputc('\n', stdout);
         return std::nullopt;
     }
     if (*line != '\0') {

@@ -26,8 +26,8 @@ void printWhole(const EventLogEntryRecord &entry) {
 
 } // namespace
 
-int listEntries(const Settings &settings, const std::string &file, std::size_t newest,
-                ListForm form) {
+Status listEntries(const Settings &settings, const std::string &file, std::size_t newest,
+                   ListForm form) {
     const std::string path = logToRead(settings, file);
     const Snapshot log = readLog(path, newest);
     for (const EventLogEntryRecord &entry : log.entries) {
@@ -41,9 +41,9 @@ int listEntries(const Settings &settings, const std::string &file, std::size_t n
     if (!log.damage.empty()) {
         complain(fmt::format("{} is damaged: {}; only the entries after that are listed", path,
                              log.damage));
-        return statusFailed;
+        return Status::damaged;
     }
-    return statusDone;
+    return Status::done;
 }
 
 } // namespace zusahpi::evtlogctl

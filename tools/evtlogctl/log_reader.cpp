@@ -8,7 +8,6 @@
 #include "tools/evtlogctl/log_reader.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <chrono>
 #include <cstddef>
 #include <cstring>
@@ -17,12 +16,9 @@
 #include <unordered_map>
 #include <utility>
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include "eventlog/log_format.h"
 #include "tools/evtlogctl/failure.h"
+#include "tools/evtlogctl/log_file.h"
 
 namespace zusahpi::evtlogctl {
 namespace {
@@ -37,78 +33,16 @@ constexpr auto firstPause = std::chrono::microseconds{100};
 constexpr auto longestPause = std::chrono::milliseconds{20};
 constexpr auto longestEffort = std::chrono::milliseconds{5000};
 
-class LogFile {
-  public:
-    explicit LogFile(const std::string &path) : path_(path) {
-        // Without O_NONBLOCK the opening of a pipe would wait for a writer.
-        descriptor_ = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-        if (descriptor_ < 0 && errno == ENOENT) {
-            fail("{} does not exist; name an event log file", path);
-        }
-        if (descriptor_ < 0) {
-            fail("{} cannot be opened: {}; check the name and its permissions", path,
-                 systemError());
-        }
-    }
-    ~LogFile() {
-        close(descriptor_);
-    }
-    LogFile(const LogFile &) = delete;
-    LogFile &operator=(const LogFile &) = delete;
-
-    [[nodiscard]] const std::string &path() const {
-        return path_;
-    }
-
-    // Reads `count` bytes; false when the file ends before.
-    [[nodiscard]] bool read(off_t offset, void *to, std::size_t count) const {
-        auto *bytes = static_cast<char *>(to);
-        while (count > 0) {
-            const ssize_t got = pread(descriptor_, bytes, count, offset);
-            if (got < 0 && errno == EINTR) {
-                continue;
-            }
-            if (got < 0) {
-                fail("{} cannot be read: {}; check the disk", path_, systemError());
-            }
-            if (got == 0) {
-                return false;
-            }
-            bytes += got;
-            offset += got;
-            count -= static_cast<std::size_t>(got);
-        }
-        return true;
-    }
-
-    [[nodiscard]] off_t size() const {
-        struct stat status {};
-        if (fstat(descriptor_, &status) != 0) {
-            fail("{} cannot be examined: {}; check the disk", path_, systemError());
-        }
-        if (!S_ISREG(status.st_mode)) {
-            fail("{} is no log: it is not a regular file; name an event log file", path_);
-        }
-        return status.st_size;
-    }
-
-  private:
-    std::string path_;
-    int descriptor_ = -1;
-};
-
-[[nodiscard]] bool isKnown(LogType type) {
-    return type == LogType::simple || type == LogType::circular || type == LogType::linked;
-}
-
 [[nodiscard]] EventLogInfoRecord readInfo(const LogFile &file) {
     EventLogInfoRecord info{};
     if (file.size() < eventlog::entriesOffset ||
         !file.read(eventlog::infoOffset, &info, sizeof info)) {
-        fail("{} is no log: it is shorter than an empty log; name an event log file", file.path());
+        fail(Status::damaged,
+             "{} is no log: it is shorter than an empty log; name an event log file", file.path());
     }
     if (!isKnown(eventlog::typeOf(info))) {
-        fail("{} is no log: its type is {} instead of 0 to 2; name an event log file", file.path(),
+        fail(Status::damaged,
+             "{} is no log: its type is {} instead of 0 to 2; name an event log file", file.path(),
              info.type);
     }
     return info;
@@ -300,7 +234,7 @@ Snapshot readLog(const std::string &path, std::size_t most) {
         Reading reading = readOnce(file, most);
         Snapshot &snapshot = reading.snapshot;
         if (reading.atRest) {
-            return std::move(snapshot);
+            return std::move(reading.snapshot);
         }
         const auto effort = std::chrono::steady_clock::now() - begin;
         if (effort < restingEffort) {
@@ -316,7 +250,8 @@ Snapshot readLog(const std::string &path, std::size_t most) {
             }
         }
         if (effort > longestEffort) {
-            fail("{} changes too fast to be read; try again in a moment", path);
+            fail(Status::systemRefused, "{} changes too fast to be read; try again in a moment",
+                 path);
         }
         previous = std::move(snapshot);
         soundBefore = sound;

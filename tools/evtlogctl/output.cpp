@@ -11,13 +11,15 @@ namespace zusahpi::evtlogctl {
 
 void writeAll(std::FILE *to, std::string_view bytes, std::string_view name) {
     if (std::fwrite(bytes.data(), 1, bytes.size(), to) != bytes.size()) {
-        fail("{} cannot be written: {}; check the disk", name, systemError());
+        fail(Status::systemRefused, "{} cannot be written: {}; check the disk", name,
+             systemError());
     }
 }
 
 void flushAll(std::FILE *to, std::string_view name) {
     if (std::fflush(to) != 0) {
-        fail("{} cannot be written: {}; check the disk", name, systemError());
+        fail(Status::systemRefused, "{} cannot be written: {}; check the disk", name,
+             systemError());
     }
 }
 
@@ -25,7 +27,8 @@ std::string readAll(const std::string &file) {
     const bool standard = file == "-";
     std::FILE *const stream = standard ? stdin : std::fopen(file.c_str(), "rbe");
     if (stream == nullptr) {
-        fail("{} cannot be opened: {}; check the name and its permissions", file, systemError());
+        fail(Status::systemRefused, "{} cannot be opened: {}; check the name and its permissions",
+             file, systemError());
     }
     const std::unique_ptr<std::FILE, int (*)(std::FILE *)> owner(standard ? nullptr : stream,
                                                                  std::fclose);
@@ -36,8 +39,8 @@ std::string readAll(const std::string &file) {
         bytes.append(buffer.data(), count);
     }
     if (std::ferror(stream) != 0) {
-        fail("{} cannot be read: {}; name a file of records", standard ? "standard input" : file,
-             systemError());
+        fail(Status::systemRefused, "{} cannot be read: {}; name a file of records",
+             standard ? "standard input" : file, systemError());
     }
     return bytes;
 }

@@ -13,13 +13,15 @@
 
 namespace zusahpi::evtlogctl {
 
-int printLog(const Settings &settings, const std::string &file, LogForm form) {
+Status printLog(const Settings &settings, const std::string &file, LogForm form) {
     const std::string path = logToRead(settings, file);
     const int fd = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
     if (fd < 0) {
-        fail("{} cannot be opened: {}; check the name and its permissions", path, systemError());
+        fail(Status::systemRefused, "{} cannot be opened: {}; check the name and its permissions",
+             path, systemError());
     }
     struct stat status {};
+    // cppcheck-suppress invalidFunctionArg ; fail() does not return
     const bool examined = fstat(fd, &status) == 0;
     const bool isLog =
         examined && S_ISREG(status.st_mode) && status.st_size >= eventlog::entriesOffset;
@@ -33,9 +35,9 @@ int printLog(const Settings &settings, const std::string &file, LogForm form) {
         complain(fmt::format("{} is no log: it is shorter than an empty log, or no regular file; "
                              "name an event log file",
                              path));
-        return statusFailed;
+        return Status::damaged;
     }
-    return statusDone;
+    return Status::done;
 }
 
 } // namespace zusahpi::evtlogctl

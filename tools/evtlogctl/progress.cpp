@@ -24,7 +24,7 @@ Progress::Progress(std::size_t steps)
 
 Progress::~Progress() {
     if (visible_) {
-        std::fputs("\r\033[K", stderr);
+        (void)std::fputs("\r\033[K", stderr);
     }
 }
 
@@ -37,7 +37,7 @@ void Progress::show(std::size_t done) {
     const std::size_t filled = width * done / steps_;
     const std::string text = fmt::format("\r[{:<{}}] {:>3}%  {}/{}", std::string(filled, '#'),
                                          width, 100 * done / steps_, done, steps_);
-    std::fputs(text.c_str(), stderr);
+    (void)std::fputs(text.c_str(), stderr);
 }
 
 } // namespace zusahpi::evtlogctl

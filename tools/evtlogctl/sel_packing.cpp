@@ -9,7 +9,8 @@ namespace {
 
 constexpr SaHpiTimeT nanosecondsPerSecond = 1'000'000'000;
 constexpr std::int64_t secondsPerMinute = 60;
-constexpr std::int64_t largestOffset = 24 * 60; // minutes; no clock is further from UTC
+constexpr std::int64_t largestOffset =
+    std::int64_t{24} * 60; // minutes; no clock is further from UTC
 
 [[nodiscard]] constexpr bool fitsByte(std::uint32_t value) {
     return value <= 0xFF;

@@ -8,6 +8,7 @@
 
 #include "tools/evtlogctl/failure.h"
 #include "tools/evtlogctl/ipmi_tables.h"
+#include "tools/evtlogctl/log_line.h"
 
 namespace zusahpi::sel {
 namespace {
@@ -124,9 +125,11 @@ struct Place {
     std::size_t line;
 };
 
+// A word may hold anything, and the message ends up on a terminal.
 [[noreturn]] void failAt(const Place &place, std::string_view word, std::string_view meaning) {
-    fail("{}:{}: \"{}\" is no {}; see \"evtlogctl import --help\"", place.name, place.line, word,
-         meaning);
+    const auto *const text = reinterpret_cast<const unsigned char *>(word.data());
+    fail(evtlogctl::Status::wrongUsage, "{}:{}: \"{}\" is no {}; see \"evtlogctl import --help\"",
+         place.name, place.line, evtlogctl::printable(text, word.size()), meaning);
 }
 
 template <typename Table>
@@ -162,7 +165,8 @@ template <typename Table>
                                      const Place &place) {
     constexpr std::size_t wordsOfRule = 4;
     if (words.size() != wordsOfRule) {
-        fail("{}:{}: {} words instead of CATEGORY STATE DIRECTION SEVERITY; see \"evtlogctl "
+        fail(evtlogctl::Status::wrongUsage,
+             "{}:{}: {} words instead of CATEGORY STATE DIRECTION SEVERITY; see \"evtlogctl "
              "import --help\"",
              place.name, place.line, words.size());
     }

@@ -12,6 +12,7 @@
 #include "mainlib/default_mainlib.h"
 #include "tools/evtlogctl/exit_hint.h"
 #include "tools/evtlogctl/failure.h"
+#include "tools/evtlogctl/log_check.h"
 
 namespace zusahpi::evtlogctl {
 namespace {
@@ -39,10 +40,11 @@ constexpr std::string_view builtIn = R"(EventLog=linked {
 void setRoot(const Settings &settings) {
     const std::string root = settings.root ? *settings.root : defaultRoot(geteuid());
     if (root.empty()) {
-        fail("the root folder has no name; give one with --root");
+        fail(Status::wrongUsage, "the root folder has no name; give one with --root");
     }
     if (zuSaHpiRootSet(root.c_str()) != 0) {
-        fail("the root folder's name has {} characters; give a shorter one with --root",
+        fail(Status::wrongUsage,
+             "the root folder's name has {} characters; give a shorter one with --root",
              root.size());
     }
 }
@@ -50,6 +52,10 @@ void setRoot(const Settings &settings) {
 [[nodiscard]] zuSaHpiConfigT readConfiguration(const Settings &settings) {
     return settings.configFile ? zuSaHpiConfigFileRead(settings.configFile->c_str())
                                : zuSaHpiConfigTextRead(builtInName, builtIn.data(), builtIn.size());
+}
+
+[[nodiscard]] bool unreadable(const Settings &settings) {
+    return settings.configFile && access(settings.configFile->c_str(), R_OK) != 0;
 }
 
 void makeFolder(const LogSetup &setup) {
@@ -60,18 +66,31 @@ void makeFolder(const LogSetup &setup) {
     std::error_code error;
     std::filesystem::create_directories(folder, error);
     if (error) {
-        fail("the folder {} cannot be made: {}; choose another with --root", folder.string(),
-             error.message());
+        fail(Status::systemRefused, "the folder {} cannot be made: {}; choose another with --root",
+             folder.string(), error.message());
     }
 }
 
-void refuseHeldLock(const LogSetup &setup) {
-    const std::string lock = setup.path + ".lck";
-    if (access(lock.c_str(), F_OK) == 0) {
-        fail("{} is locked by another process; wait until it has ended, or, when no process uses "
-             "the log, remove {}",
-             setup.path, lock);
+// Why the library could not start the log, from what it left behind. Its own lock is gone by now,
+// so one that is there is another process's.
+[[nodiscard]] Hint hintOfFailedStart(const std::string &path) {
+    if (access(lockOf(path).c_str(), F_OK) == 0) {
+        return {.text = fmt::format("{} is locked by another process; wait until it has ended, or, "
+                                    "if it was killed, remove its lock with \"evtlogctl unlock\"",
+                                    path),
+                .status = Status::systemRefused};
     }
+    if (access(path.c_str(), F_OK) == 0 && !canBeStarted(path)) {
+        return {.text =
+                    fmt::format("the log {} is damaged, see the line above; \"evtlogctl check\" "
+                                "says where, and with --salvage saves its entries",
+                                path),
+                .status = Status::damaged};
+    }
+    return {.text = fmt::format("the log {} could not be started, see the line above; check its "
+                                "folder, its permissions and --root",
+                                path),
+            .status = Status::systemRefused};
 }
 
 } // namespace
@@ -88,11 +107,16 @@ std::string defaultRoot(uid_t user) {
     if (home != nullptr && home[0] != '\0') {
         return fmt::format("{}/.local/state/{}", home, userFolder);
     }
-    fail("there is no home folder to keep the log in; give a folder with --root");
+    fail(Status::wrongUsage,
+         "there is no home folder to keep the log in; give a folder with --root");
 }
 
 std::string configurationName(const Settings &settings) {
     return settings.configFile ? *settings.configFile : builtInName;
+}
+
+std::string lockOf(const std::string &path) {
+    return path + ".lck";
 }
 
 LogSetup configure(const Settings &settings) {
@@ -101,13 +125,17 @@ LogSetup configure(const Settings &settings) {
     if (configuration.error != nullptr) {
         const std::string error = configuration.error;
         zuSaHpiConfigRelease(&configuration);
-        fail("{}; correct the configuration", error);
+        fail(unreadable(settings) ? Status::systemRefused : Status::wrongUsage,
+             "{}; correct the configuration", error);
     }
     LogSetup setup;
     {
-        const ExitHint hint(fmt::format("the configuration {} was refused, see the line above; "
-                                        "correct it",
-                                        configurationName(settings)));
+        const ExitHint hint([name = configurationName(settings)] {
+            return Hint{.text = fmt::format("the configuration {} was refused, see the line above; "
+                                            "correct it",
+                                            name),
+                        .status = Status::wrongUsage};
+        });
         setup.block = zuSaHpiEvtLogConf(configuration.nodes);
     }
     if (settings.forward) {
@@ -118,16 +146,23 @@ LogSetup configure(const Settings &settings) {
     return setup;
 }
 
-std::string existingLog(const Settings &settings) {
+std::string configuredLog(const Settings &settings) {
     const LogSetup setup = configure(settings);
     if (setup.block->fileEnabled == 0) {
-        fail("the configuration {} keeps no log file; name a log file, or configure one",
+        fail(Status::wrongUsage,
+             "the configuration {} keeps no log file; name a log file, or configure one",
              configurationName(settings));
     }
-    if (access(setup.path.c_str(), F_OK) != 0) {
-        fail("there is no log yet at {}; make one with \"evtlogctl import FILE\"", setup.path);
-    }
     return setup.path;
+}
+
+std::string existingLog(const Settings &settings) {
+    const std::string path = configuredLog(settings);
+    if (access(path.c_str(), F_OK) != 0) {
+        fail(Status::systemRefused,
+             "there is no log yet at {}; make one with \"evtlogctl import FILE\"", path);
+    }
+    return path;
 }
 
 std::string logToRead(const Settings &settings, const std::string &named) {
@@ -137,11 +172,8 @@ std::string logToRead(const Settings &settings, const std::string &named) {
 void startLog(const LogSetup &setup) {
     if (setup.block->fileEnabled != 0) {
         makeFolder(setup);
-        refuseHeldLock(setup);
     }
-    const ExitHint hint(fmt::format("the log {} could not be started, see the line above; check "
-                                    "its folder, its permissions and --root",
-                                    setup.path));
+    const ExitHint hint([path = setup.path] { return hintOfFailedStart(path); });
     (void)zuSaHpiEventLogInit(setup.block); // every failure ends the process
 }
 

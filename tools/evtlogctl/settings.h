@@ -35,6 +35,12 @@ struct LogSetup {
 // it. Throws Failure, or ends the process where the library does.
 [[nodiscard]] LogSetup configure(const Settings &settings);
 
+// The lock file of a log.
+[[nodiscard]] std::string lockOf(const std::string &path);
+
+// Where the configured log's file is or will be. Throws Failure when the configuration keeps none.
+[[nodiscard]] std::string configuredLog(const Settings &settings);
+
 // The configured log's file. Throws Failure when the configuration keeps none or it is not there.
 [[nodiscard]] std::string existingLog(const Settings &settings);
 

@@ -1,0 +1,258 @@
+// Goal: unlock removes the lock file of a process that was killed, and no other: not while a
+// process has the log open, not while it cannot be seen whether one has, and not a lock that was
+// just taken.
+#include <algorithm>
+#include <csignal>
+#include <functional>
+
+#include <fcntl.h>
+#include <sys/prctl.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <gtest/gtest.h>
+
+#include "tests/evtlogctl/program.h"
+#include "tests/evtlogctl/sample_logs.h"
+#include "tests/evtlogctl/sel_samples.h"
+#include "tests/support/files.h"
+
+namespace {
+
+using program::Result;
+using test_support::exists;
+using test_support::readFile;
+using test_support::ScratchFolder;
+using test_support::writeFile;
+
+// A user of this test alone: tests at the same time look into the processes of theirs.
+const auto nobody = static_cast<uid_t>(1'000'000 + getpid());
+
+// A process that runs `body` and waits to be killed; ready when the constructor returns.
+class Bystander {
+  public:
+    explicit Bystander(const std::function<void()> &body) {
+        int ready[2] = {-1, -1};
+        EXPECT_EQ(pipe(ready), 0);
+        id_ = fork();
+        if (id_ == 0) {
+            body();
+            (void)!write(ready[1], "x", 1);
+            while (true) {
+                pause();
+            }
+        }
+        char byte = 0;
+        EXPECT_EQ(read(ready[0], &byte, 1), 1);
+        close(ready[0]);
+        close(ready[1]);
+    }
+    ~Bystander() {
+        kill(id_, SIGKILL);
+        waitpid(id_, nullptr, 0);
+    }
+    Bystander(const Bystander &) = delete;
+    Bystander &operator=(const Bystander &) = delete;
+
+    [[nodiscard]] std::string id() const {
+        return std::to_string(id_);
+    }
+
+  private:
+    pid_t id_ = -1;
+};
+
+class Unlock : public testing::Test {
+  protected:
+    Unlock() {
+        EXPECT_EQ(
+            program::run({"--root", root, "import", sel_samples::dataFile("session-audit-10.sel")})
+                .exitStatus,
+            0);
+        writeFile(lock, "");
+    }
+    Result unlock() {
+        return program::run({"--root", root, "unlock"});
+    }
+    void expectRefusal(const Result &result, const std::string &line) {
+        EXPECT_EQ(result.exitStatus, 4);
+        EXPECT_EQ(result.output, "");
+        EXPECT_EQ(result.errors, "evtlogctl: " + line + "\n");
+        EXPECT_TRUE(exists(lock));
+    }
+
+    ScratchFolder folder;
+    std::string root = folder.file("root");
+    std::string log = root + "/evtlog/evtlog.dat";
+    std::string lock = log + ".lck";
+};
+
+// A command line as unlock shows it.
+std::string ownCommand() {
+    std::string text = readFile("/proc/self/cmdline");
+    text.pop_back();
+    std::replace(text.begin(), text.end(), '\0', ' ');
+    return text;
+}
+
+TEST_F(Unlock, ALockThatWasLeftBehind) {
+    const Result locked =
+        program::run({"--root", root, "import", sel_samples::dataFile("misc-30.sel")});
+    EXPECT_EQ(locked.exitStatus, 4);
+    EXPECT_EQ(locked.errors, "Cannot establish lock on event log file.\n"
+                             "evtlogctl: " +
+                                 log +
+                                 " is locked by another process; wait until it has ended, or, if "
+                                 "it was killed, remove its lock with \"evtlogctl unlock\"\n");
+    const Result result = unlock();
+    EXPECT_EQ(result.exitStatus, 0);
+    EXPECT_EQ(result.output, log + ": no process uses it; its lock was removed\n");
+    EXPECT_EQ(result.errors, "");
+    EXPECT_FALSE(exists(lock));
+    EXPECT_EQ(
+        program::run({"--root", root, "import", sel_samples::dataFile("misc-30.sel")}).exitStatus,
+        0);
+}
+
+TEST_F(Unlock, NoLock) {
+    unlink(lock.c_str());
+    const Result result = unlock();
+    EXPECT_EQ(result.exitStatus, 1);
+    EXPECT_EQ(result.output, "");
+    EXPECT_EQ(result.errors, "evtlogctl: " + log + " is not locked\n");
+    EXPECT_EQ(program::run({"unlock", folder.file("no/log")}).exitStatus, 1);
+}
+
+TEST_F(Unlock, ANamedLogThatIsNotThere) {
+    const std::string other = folder.file("other");
+    writeFile(other + ".lck", "");
+    EXPECT_EQ(program::run({"unlock", other}).output,
+              other + ": no process uses it; its lock was removed\n");
+    EXPECT_FALSE(exists(other + ".lck"));
+    EXPECT_TRUE(exists(lock));
+}
+
+TEST_F(Unlock, AProcessThatHasTheLogOpenIsNamed) {
+    const Bystander holder([this] { EXPECT_GE(open(log.c_str(), O_RDWR), 0); });
+    expectRefusal(unlock(), log + " is in use by process " + holder.id() + " (" + ownCommand() +
+                                "); its lock stays");
+}
+
+// By another name of the same file.
+TEST_F(Unlock, TheFileCountsNotItsName) {
+    const std::string alias = folder.file("alias");
+    ASSERT_EQ(link(log.c_str(), alias.c_str()), 0);
+    const Bystander holder([&] { EXPECT_GE(open(alias.c_str(), O_RDONLY), 0); });
+    expectRefusal(unlock(), log + " is in use by process " + holder.id() + " (" + ownCommand() +
+                                "); its lock stays");
+}
+
+TEST_F(Unlock, AProcessThatTheLockFileNames) {
+    const Bystander holder([] {});
+    writeFile(lock, " " + holder.id() + "\n");
+    expectRefusal(unlock(), log + " is in use by process " + holder.id() + " (" + ownCommand() +
+                                "); its lock stays");
+    writeFile(lock, "4194305\n"); // no process has an id so high
+    EXPECT_EQ(unlock().exitStatus, 0);
+}
+
+// The real thing: a process holds the lock as the library takes it, and is killed.
+TEST_F(Unlock, AKilledProcess) {
+    unlink(lock.c_str());
+    {
+        const Bystander holder([this] {
+            sample_logs::startStore(log, ZUSAHPI_EL_TYPE_LINKED, 10'000, ZUSAHPI_EL_WRAP);
+        });
+        EXPECT_TRUE(exists(lock));
+        expectRefusal(unlock(), log + " is in use by process " + holder.id() + " (" + ownCommand() +
+                                    "); its lock stays");
+    }
+    EXPECT_TRUE(exists(lock));
+    EXPECT_EQ(unlock().exitStatus, 0);
+    EXPECT_FALSE(exists(lock));
+}
+
+// A process between taking the lock and opening the log has the log not open yet.
+TEST_F(Unlock, ALockThatWasJustTakenIsGivenTime) {
+    int wake[2] = {-1, -1};
+    ASSERT_EQ(pipe(wake), 0);
+    const pid_t starting = fork();
+    if (starting == 0) {
+        sleep(1); // unlock is waiting by now
+        const int fd = open(log.c_str(), O_RDWR);
+        pause();
+        _exit(fd);
+    }
+    unlink(lock.c_str());
+    writeFile(lock, "");
+    const Result result = unlock();
+    kill(starting, SIGKILL);
+    waitpid(starting, nullptr, 0);
+    EXPECT_EQ(result.exitStatus, 4) << result.output;
+    EXPECT_TRUE(exists(lock));
+}
+
+TEST_F(Unlock, WhatIsNoLockFile) {
+    unlink(lock.c_str());
+    ASSERT_EQ(mkdir(lock.c_str(), 0700), 0);
+    expectRefusal(unlock(), lock + " is no lock file; look at it before you remove it");
+}
+
+// ---- Other users --------------------------------------------------------------------------------
+
+class UnlockAsUser : public Unlock {
+  protected:
+    void SetUp() override {
+        if (geteuid() != 0) {
+            GTEST_SKIP() << "only the superuser can be another user";
+        }
+        ASSERT_EQ(chmod(folder.path().c_str(), 0777), 0);
+        ASSERT_EQ(chmod((root + "/evtlog").c_str(), 0777), 0);
+    }
+    Result unlockAsNobody() {
+        const std::string out = folder.file("out");
+        const std::string err = folder.file("err");
+        const pid_t child = fork();
+        if (child == 0) {
+            (void)!freopen(out.c_str(), "w", stdout);
+            (void)!freopen(err.c_str(), "w", stderr);
+            if (setgid(nobody) != 0 || setuid(nobody) != 0) {
+                _exit(125);
+            }
+            execl(EVTLOGCTL_PROGRAM, "evtlogctl", "unlock", log.c_str(), nullptr);
+            _exit(126);
+        }
+        Result result;
+        result.exitStatus = program::finish(child);
+        result.output = readFile(out);
+        result.errors = readFile(err);
+        return result;
+    }
+};
+
+TEST_F(UnlockAsUser, ALockOfAnotherUser) {
+    expectRefusal(unlockAsNobody(),
+                  "the lock of " + log +
+                      " belongs to user 0, whose processes only root can look into; run this as "
+                      "root");
+}
+
+TEST_F(UnlockAsUser, ALockOfOnesOwn) {
+    ASSERT_EQ(chown(lock.c_str(), nobody, nobody), 0);
+    const Result result = unlockAsNobody();
+    EXPECT_EQ(result.exitStatus, 0) << result.errors;
+    EXPECT_FALSE(exists(lock));
+}
+
+TEST_F(UnlockAsUser, AProcessOfOnesOwnThatCannotBeLookedInto) {
+    ASSERT_EQ(chown(lock.c_str(), nobody, nobody), 0);
+    const Bystander hidden([] {
+        EXPECT_EQ(setuid(nobody), 0);
+        EXPECT_EQ(prctl(PR_SET_DUMPABLE, 0), 0);
+    });
+    expectRefusal(unlockAsNobody(), "it cannot be seen whether process " + hidden.id() + " (" +
+                                        ownCommand() + ") has " + log + " open; run this as root");
+}
+
+} // namespace
