@@ -36,7 +36,7 @@ TemporaryName temporaryName() {
     const int length =
         std::snprintf(name.data(), name.size(), "%s.%s.%05d.%011lld", store.lockPath.data(),
                       host.data(), getpid(), static_cast<long long>(std::time(nullptr)));
-    if (length < 0 || static_cast<std::size_t>(length) != std::strlen(name.data())) {
+    if (static_cast<std::size_t>(length) != std::strlen(name.data())) {
         die("Cannot form temporary lockfile name - too long.\n");
     }
     return name;

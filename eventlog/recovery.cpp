@@ -10,11 +10,15 @@
 //   updating set, four slots, no end mark      all four are written         the same, four records
 //   updating set, end mark in the first slot   nothing is written           a change of the info
 //                                                                           record alone
-//   updating set, a slot is cut short          the start fails              the file was truncated
+//   updating set, the file ends in a slot      the start fails              the file was damaged
+//     and none before it was written
 //   updating set, a slot's number is outside   the start fails              the file was damaged
 //     the log
 //
-// Whether the slots were written before or not makes no difference: they hold whole records.
+// Whether the slots were written before or not makes no difference: they hold whole records. They
+// are taken one after the other, and those before the one that stops the start stay written. A
+// record that is written makes a file longer that ends in the slots: what is missing of the later
+// ones then reads as zeros.
 
 #include "eventlog/recovery.h"
 

@@ -5,9 +5,10 @@ set -euo pipefail
 
 packages=(cmake ninja-build g++ googletest libcli11-dev libedit-dev libfmt-dev tao-pegtl-dev)
 if [ "${1:-}" = --tests ]; then
-    packages+=(binutils clang-format git python3 shellcheck)
+    packages+=(binutils clang-14 clang-format clang-tidy-14 cppcheck gcovr git libclang-rt-14-dev llvm
+        python3 shellcheck valgrind)
     if [ "$(dpkg --print-architecture)" = amd64 ]; then
-        packages+=(gcc-multilib g++-multilib)
+        packages+=(gcc-multilib g++-multilib librapidcheck-dev)
     fi
 fi
 

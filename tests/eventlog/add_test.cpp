@@ -404,6 +404,13 @@ TEST_F(Add, NumbersOutsideTheLogAreReported) {
         EXPECT_EQ(diagnostics(), "Event log error - new entryId out of range\n"
                                  "Event log error - new entryId out of range\n");
     });
+    test_support::inChild([] {
+        startDamaged(linked, wrap, [](EventLogInfoRecord &) {});
+        store.info.sa.Size = 2; // as many as are used, but the log is not full
+        store.info.sa.Entries = 1;
+        EXPECT_EQ(tryAdd(3), SA_ERR_HPI_INTERNAL_ERROR);
+        EXPECT_EQ(diagnostics(), "Event log error - new entryId out of range\n");
+    });
     startDamaged(simple, drop, [](EventLogInfoRecord &info) { info.newest = 3; });
     EXPECT_EQ(tryAdd(3), SA_ERR_HPI_INTERNAL_ERROR); // maxUsed is 2
     EXPECT_EQ(diagnostics(), "Event log error - new entryId out of range\n");

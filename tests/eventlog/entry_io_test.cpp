@@ -169,6 +169,11 @@ TEST_F(EntryIo, AChangedRecordIsReadBeforeItIsWritten) {
     EXPECT_EQ(record.rpt.ResourceTag.Data[0], 0x77);
     ASSERT_EQ(readEntry(3, record), SA_OK);
     EXPECT_EQ(record.rpt.ResourceTag.Data[0], 3);
+    for (EventLogEntryRecord &slot : store.transactionCache) {
+        slot = entryRecord(2, 0x79); // no end mark
+    }
+    ASSERT_EQ(readEntry(1, record), SA_OK);
+    EXPECT_EQ(record.rpt.ResourceTag.Data[0], 1);
     emptySlot(store.transactionCache[0]);
 }
 

@@ -516,7 +516,7 @@ TEST_F(LogPrint, TheFileIsOnlyRead) {
     printNamed("log");
     EXPECT_EQ(test_support::recordedCalls(),
               (std::vector<std::string>{"open", "lseek 0", "read 80", "read 1496", "lseek 6064",
-                                        "read 1496", "read 1496", "read 1496", "read 1496",
+                                        "fstat", "read 1496", "read 1496", "read 1496", "read 1496",
                                         "read 1496", "read 1496", "close"}));
     EXPECT_EQ(file().bytes, image.bytes);
     EXPECT_FALSE(test_support::exists(lockPath()));

@@ -6,6 +6,7 @@
 
 #include "tests/support/faults.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdarg>
@@ -18,6 +19,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "tests/support/file_journal.h"
+
 namespace test_support {
 namespace {
 
@@ -27,11 +30,17 @@ struct Fault {
     bool persistent = false;
 };
 
+struct Cut {
+    bool armed = false;
+    int skip = 0;
+    std::size_t bytes = 0;
+};
+
 struct FaultState {
     std::array<Fault, static_cast<std::size_t>(Call::count)> faults;
+    std::array<Cut, static_cast<std::size_t>(Call::count)> cuts;
+    std::optional<int> callsToTheEnd;
     bool recording = false;
-    bool cutWrite = false;
-    std::size_t cutWriteTo = 0;
     std::vector<std::string> calls;
     std::optional<LinkLie> linkLie;
     std::string host;
@@ -57,7 +66,20 @@ bool fails(Call call) {
     return true;
 }
 
+// How many of `size` bytes a read or a write moves.
+std::size_t moved(Call call, std::size_t size) {
+    Cut &cut = faultState().cuts[static_cast<std::size_t>(call)];
+    if (!cut.armed || cut.skip-- > 0) {
+        return size;
+    }
+    cut.armed = false;
+    return std::min(size, cut.bytes);
+}
+
 void note(const std::string &line) {
+    if (faultState().callsToTheEnd && (*faultState().callsToTheEnd)-- == 0) {
+        _exit(endedByFault);
+    }
     if (faultState().recording) {
         faultState().calls.push_back(line);
     }
@@ -74,8 +96,10 @@ Function *real(const char *name) {
 
 #if defined(__i386__)
 constexpr char statName[] = "__stat64_time64";
+constexpr char fstatName[] = "__fstat64_time64";
 #else
 constexpr char statName[] = "stat64";
+constexpr char fstatName[] = "fstat64";
 #endif
 
 } // namespace
@@ -88,9 +112,21 @@ void failCallsFrom(Call call, int errorNumber, int skip) {
     faultState().faults[static_cast<std::size_t>(call)] = {errorNumber, skip, true};
 }
 
+void clearFaults() {
+    faultState().faults = {};
+    faultState().cuts = {};
+}
+
+void cutCall(Call call, std::size_t bytes, int skip) {
+    faultState().cuts[static_cast<std::size_t>(call)] = {true, skip, bytes};
+}
+
 void cutNextWrite(std::size_t bytes) {
-    faultState().cutWrite = true;
-    faultState().cutWriteTo = bytes;
+    cutCall(Call::write, bytes);
+}
+
+void endProcessBeforeCall(int skip) {
+    faultState().callsToTheEnd = skip;
 }
 
 void makeNextLinkLie(LinkLie lie) {
@@ -127,7 +163,12 @@ int open(const char *path, int flags, ...) {
     const mode_t mode = (flags & O_CREAT) != 0 ? va_arg(arguments, mode_t) : 0;
     va_end(arguments);
     note((flags & O_SYNC) == O_SYNC ? "open O_SYNC" : "open");
-    return fails(Call::open) ? -1 : real<int(const char *, int, ...)>("open64")(path, flags, mode);
+    if (fails(Call::open)) {
+        return -1;
+    }
+    const int fd = real<int(const char *, int, ...)>("open64")(path, flags, mode);
+    journalOpen(path, flags, fd);
+    return fd;
 }
 
 // What fortified code calls for an open() without a mode.
@@ -142,7 +183,9 @@ int creat(const char *path, mode_t mode) {
 
 int close(int fd) {
     note("close");
-    return fails(Call::close) ? -1 : real<int(int)>("close")(fd);
+    journalClose(fd);
+    const int result = real<int(int)>("close")(fd); // one that fails gives the descriptor up too
+    return fails(Call::close) ? -1 : result;
 }
 
 off_t lseek(int fd, off_t offset, int whence) noexcept {
@@ -152,7 +195,10 @@ off_t lseek(int fd, off_t offset, int whence) noexcept {
 
 ssize_t read(int fd, void *buffer, size_t size) {
     note("read " + std::to_string(size));
-    return fails(Call::read) ? -1 : real<ssize_t(int, void *, size_t)>("read")(fd, buffer, size);
+    if (fails(Call::read)) {
+        return -1;
+    }
+    return real<ssize_t(int, void *, size_t)>("read")(fd, buffer, moved(Call::read, size));
 }
 
 ssize_t write(int fd, const void *buffer, size_t size) {
@@ -160,16 +206,24 @@ ssize_t write(int fd, const void *buffer, size_t size) {
     if (fails(Call::write)) {
         return -1;
     }
-    if (faultState().cutWrite) {
-        faultState().cutWrite = false;
-        size = std::min(size, faultState().cutWriteTo);
+    const ssize_t count =
+        real<ssize_t(int, const void *, size_t)>("write")(fd, buffer, moved(Call::write, size));
+    if (count > 0) { // so that errno stays that of a failed write
+        journalWrite(fd, real<off_t(int, off_t, int)>("lseek64")(fd, 0, SEEK_CUR), buffer, count);
     }
-    return real<ssize_t(int, const void *, size_t)>("write")(fd, buffer, size);
+    return count;
 }
 
 int ftruncate(int fd, off_t length) noexcept {
     note("ftruncate " + std::to_string(length));
-    return fails(Call::ftruncate) ? -1 : real<int(int, off_t)>("ftruncate64")(fd, length);
+    if (fails(Call::ftruncate)) {
+        return -1;
+    }
+    const int result = real<int(int, off_t)>("ftruncate64")(fd, length);
+    if (result == 0) {
+        journalTruncate(fd, length);
+    }
+    return result;
 }
 
 int link(const char *from, const char *to) noexcept {
@@ -188,6 +242,11 @@ int link(const char *from, const char *to) noexcept {
 int stat(const char *path, struct stat *status) noexcept {
     note("stat");
     return fails(Call::stat) ? -1 : real<int(const char *, struct stat *)>(statName)(path, status);
+}
+
+int fstat(int fd, struct stat *status) noexcept {
+    note("fstat");
+    return fails(Call::fstat) ? -1 : real<int(int, struct stat *)>(fstatName)(fd, status);
 }
 
 int unlink(const char *path) noexcept {
@@ -220,6 +279,7 @@ pid_t getpid(void) noexcept {
 
 void sync(void) noexcept {
     note("sync");
+    journalSync();
     real<void()>("sync")();
 }
 

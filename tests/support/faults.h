@@ -17,6 +17,7 @@ enum class Call {
     ftruncate,
     link,
     stat,
+    fstat,
     unlink,
     fchown,
     gethostname,
@@ -35,8 +36,18 @@ void failCallsFrom(Call call, int errorNumber, int skip = 0);
 enum class LinkLie { failureWhenMade, successWhenNotMade };
 void makeNextLinkLie(LinkLie lie);
 
-// Makes the next write move only `bytes` bytes.
+// Makes the call after the next `skip` ones of its kind, a read or a write, move at most `bytes`
+// bytes.
+void cutCall(Call call, std::size_t bytes, int skip = 0);
 void cutNextWrite(std::size_t bytes);
+
+// Lets every call pass again.
+void clearFaults();
+
+// Ends the process, without its exit handlers, in place of the call after the next `skip` ones of
+// any kind: what it leaves behind is what that many calls did.
+void endProcessBeforeCall(int skip);
+inline constexpr int endedByFault = 42;
 
 // What gethostname and getpid answer from then on.
 void pretendHost(const std::string &name);

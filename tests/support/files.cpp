@@ -2,10 +2,10 @@
 
 #include "tests/support/files.h"
 
+#include <array>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <stdexcept>
 
 #include <unistd.h>
@@ -39,7 +39,12 @@ std::string readFile(const std::string &path) {
     if (!file) {
         throw std::runtime_error("cannot open " + path);
     }
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+    std::string contents;
+    std::array<char, 16384> buffer{};
+    while (file.read(buffer.data(), buffer.size()) || file.gcount() > 0) {
+        contents.append(buffer.data(), static_cast<std::size_t>(file.gcount()));
+    }
+    return contents;
 }
 
 void writeFile(const std::string &path, std::string_view contents) {

@@ -1,9 +1,13 @@
 // main() of every test program. ctest runs each test in a process of its own; so does this program
 // by itself when ZUSAHPI_FORK_TESTS is set, for tools that are slow to start, such as valgrind.
+// With the value "stop" it ends at the first test that fails. What a filter takes out ("-Suite.*")
+// stays out.
 
+#include <algorithm>
 #include <cstdlib>
 #include <iostream>
 #include <string>
+#include <string_view>
 
 #include <gtest/gtest.h>
 #include <sys/wait.h>
@@ -12,10 +16,12 @@
 namespace {
 
 bool passesInAChild(const std::string &test) {
+    const std::string filter = testing::GTEST_FLAG(filter);
+    const std::string takenOut = filter.substr(std::min(filter.find('-'), filter.size()));
     std::cout.flush();
     const pid_t child = fork();
     if (child == 0) {
-        testing::GTEST_FLAG(filter) = test;
+        testing::GTEST_FLAG(filter) = test + takenOut;
         testing::GTEST_FLAG(brief) = true;
         std::exit(RUN_ALL_TESTS());
     }
@@ -24,7 +30,7 @@ bool passesInAChild(const std::string &test) {
     return WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
 
-int runEachInAChild() {
+int runEachInAChild(bool stopAtAFailure) {
     const testing::UnitTest &program = *testing::UnitTest::GetInstance();
     int passed = 0;
     int failed = 0;
@@ -37,6 +43,9 @@ int runEachInAChild() {
             } else {
                 ++failed;
                 std::cout << "FAILED in a process of its own: " << test << std::endl;
+                if (stopAtAFailure) {
+                    return EXIT_FAILURE;
+                }
             }
         }
     }
@@ -48,5 +57,7 @@ int runEachInAChild() {
 
 int main(int argumentCount, char **arguments) {
     testing::InitGoogleTest(&argumentCount, arguments);
-    return std::getenv("ZUSAHPI_FORK_TESTS") != nullptr ? runEachInAChild() : RUN_ALL_TESTS();
+    const char *wanted = std::getenv("ZUSAHPI_FORK_TESTS");
+    return wanted != nullptr ? runEachInAChild(std::string_view(wanted) == "stop")
+                             : RUN_ALL_TESTS();
 }
