@@ -7,6 +7,15 @@ cd "$(dirname "$0")"
 scripts/setup.sh --tests
 mkdir -p build/steps
 
+# What a step counted; tests that count the same thing are added up.
+figures() {
+    grep -oh '^figure: .*: [0-9]*$' "$1" | awk '
+        { what = $0; sub(/^figure: /, "", what); sub(/: [0-9]*$/, "", what) }
+        !(what in sum) { order[++kinds] = what }
+        { sum[what] += $NF }
+        END { for (i = 1; i <= kinds; i++) printf "        %s: %d\n", order[i], sum[order[i]] }'
+}
+
 # step NAME COMMAND...
 step() {
     local name=$1 started=$SECONDS log
@@ -14,6 +23,7 @@ step() {
     shift
     if "$@" >"$log" 2>&1; then
         echo "ok    $name ($((SECONDS - started)) s)"
+        figures "$log"
     else
         cat "$log"
         echo "FAIL  $name"
@@ -22,7 +32,8 @@ step() {
 }
 
 build_and_test() {
-    cmake --preset "$1" && cmake --build --preset "$1" && ctest --preset "$1" --progress
+    cmake --preset "$1" && cmake --build --preset "$1" && ctest --preset "$1" --progress &&
+        { grep -h '^figure: ' "build/$1/Testing/Temporary/LastTest.log" || true; }
 }
 
 i386_runs() {

@@ -22,7 +22,7 @@ void append(LineText &text, const char *format, ...) {
     va_start(arguments, format);
     const int length = std::vsnprintf(text.buffer + text.used, room, format, arguments);
     va_end(arguments);
-    const bool isCut = length < 0 || static_cast<std::uint32_t>(length) >= room;
+    const bool isCut = static_cast<std::uint32_t>(length) >= room;
     text.used = isCut ? text.size : text.used + static_cast<std::uint32_t>(length);
 }
 

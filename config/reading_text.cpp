@@ -32,6 +32,6 @@ int displayReading(const SaHpiSensorReadingT *reading, char *buffer, uint32_t si
         return 0;
     }
     const int length = zusahpi::config::formatReading(*reading, buffer, size);
-    const bool isCut = length < 0 || static_cast<uint32_t>(length) >= size;
+    const bool isCut = static_cast<uint32_t>(length) >= size;
     return isCut ? static_cast<int>(size - 1) : length;
 }

@@ -236,7 +236,7 @@ static_assert(sizeof(LogPath) > longestName + eventlog::logFolderLength);
     const int length =
         std::snprintf(path, sizeof path, "%s%s%s", zuSaHpiRoot, eventlog::logFolder, fileName);
     // The folder does not count.
-    if (length < 0 || static_cast<std::size_t>(length) > longestName + eventlog::logFolderLength) {
+    if (static_cast<std::size_t>(length) > longestName + eventlog::logFolderLength) {
         result = zuSaHpiPrintf(out, "Log filename too long.\n");
         return nullptr;
     }

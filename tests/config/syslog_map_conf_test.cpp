@@ -25,6 +25,7 @@ extern "C" void *__real_malloc(std::size_t size);
 extern "C" void *__wrap_malloc(std::size_t size);
 extern "C" void *__wrap_malloc(std::size_t size) {
     if (memoryIsExhausted) {
+        memoryIsExhausted = false;
         errno = ENOMEM;
         return nullptr;
     }

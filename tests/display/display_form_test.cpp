@@ -48,6 +48,7 @@ TEST(DisplayForm, MakesWords) {
     EXPECT_EQ(wordsOf("UPPER_MAJOR"), "Upper Major");
     EXPECT_EQ(wordsOf("STATE_04"), "State 04");
     EXPECT_EQ(wordsOf("A"), "A");
+    EXPECT_EQ(wordsOf("_AB_CD"), "_ab Cd"); // the first character is kept, whatever it is
     EXPECT_EQ(wordsOf(""), "");
     EXPECT_EQ(wordsOf("123"), "123");
 }

@@ -32,6 +32,7 @@ extern "C" void *__wrap_malloc(std::size_t size);
 extern "C" void *__wrap_malloc(std::size_t size) {
     ++allocations;
     if (pagesLeft == 0) {
+        pagesLeft = -1;
         errno = ENOMEM;
         return nullptr;
     }

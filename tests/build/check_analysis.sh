@@ -1,0 +1,14 @@
+#!/usr/bin/env bash
+# Static analysis of the library, the default main library and the tool. Nothing may be found.
+# usage: check_analysis.sh BUILD_FOLDER (for the compile commands)
+set -euo pipefail
+build=$1
+folders=(util constants config display eventlog frontends mainlib tools)
+
+cppcheck --enable=warning,performance,portability --inline-suppr --error-exitcode=1 --quiet \
+    --std=c++20 --library=posix -j "$(nproc)" -Iinclude -I. "${folders[@]}"
+echo "cppcheck: nothing found"
+
+pattern=$(IFS='|' && echo "/(${folders[*]})/[a-z_/]+\.cpp$")
+run-clang-tidy-14 -quiet -p "$build" -j "$(nproc)" "$PWD$pattern" 2>/dev/null
+echo "clang-tidy: nothing found"

@@ -1,0 +1,36 @@
+#!/usr/bin/env bash
+# Runs every test program of a build under valgrind: no invalid access, no use of what was never
+# set, no leak. The programs and tests that try out very many cases are left to the sanitizers: here
+# they would take hours.
+# usage: check_memory.sh BUILD_FOLDER
+set -euo pipefail
+build=$1
+export ZUSAHPI_FORK_TESTS=1
+
+# check PROGRAM
+check() {
+    local log=$1.valgrind.log
+    if ! valgrind -q --error-exitcode=9 --leak-check=full --errors-for-leak-kinds=definite \
+        "$1" '--gtest_filter=-BitFlips*:*/BitFlips*' >"$log" 2>&1; then
+        grep -E '^==|FAILED in' "$log" | head -n 100
+        echo "$1: failed under valgrind"
+        return 1
+    fi
+    echo "$(basename "$1"): $(tail -n 1 "$log")"
+}
+
+pids=()
+for program in "$build"/tests/*/test_*; do
+    [[ -f $program && -x $program && $program != */test_model && $program != */test_crash ]] ||
+        continue
+    while [ "$(jobs -rp | wc -l)" -ge "$(nproc)" ]; do
+        sleep 0.2
+    done
+    check "$program" &
+    pids+=($!)
+done
+failed=0
+for pid in "${pids[@]}"; do
+    wait "$pid" || failed=1
+done
+exit "$failed"
