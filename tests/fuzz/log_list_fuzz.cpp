@@ -1,0 +1,58 @@
+// Any file read by the tool as a log: its entries listed, the imported records among them taken
+// back, and its info shown.
+
+#include <string>
+#include <utility>
+
+#include "tests/fuzz/harness.h"
+#include "tools/evtlogctl/failure.h"
+#include "tools/evtlogctl/log_line.h"
+#include "tools/evtlogctl/log_reader.h"
+#include "tools/evtlogctl/sel_mapping.h"
+
+namespace {
+
+using namespace zusahpi;
+
+[[nodiscard]] bool isPrintable(const std::string &text) {
+    for (const char letter : text) {
+        if (letter < ' ' || letter > '~') {
+            return false;
+        }
+    }
+    return true;
+}
+
+void requireListable(const evtlogctl::Snapshot &log) {
+    fuzz::require(isPrintable(log.damage), "what is wrong is told in printable text");
+    fuzz::require(!log.damage.empty() || log.entries.size() == log.info.sa.Entries,
+                  "a sound log has the entries that it counts");
+    for (const EventLogEntryRecord &entry : log.entries) {
+        fuzz::require(isPrintable(evtlogctl::logLine(entry)), "an entry is a line");
+        if (const auto record = sel::importedRecord(entry)) {
+            const EventLogAddRecord again = sel::toEvent(*record, {});
+            fuzz::require(again.event.EventType == entry.entry.Event.EventType,
+                          "what was made from a record is made from it again");
+        }
+    }
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
+    const std::string path = "/proc/self/fd/" + std::to_string(fuzz::memoryFile({data, size}));
+    try {
+        const evtlogctl::Snapshot log = evtlogctl::readLog(path);
+        requireListable(log);
+        const evtlogctl::Snapshot newest = evtlogctl::readLog(path, 1);
+        fuzz::require(newest.entries.size() <= 1, "no more entries than were asked for");
+        fuzz::require(log.entries.empty() == newest.entries.empty() || !newest.damage.empty() ||
+                          !log.damage.empty(),
+                      "the newest entry is there when any is");
+        fuzz::require(std::cmp_equal(evtlogctl::readLogInfo(path).fileSize, size),
+                      "the file is as long as it is");
+    } catch (const evtlogctl::Failure &failure) {
+        fuzz::require(isPrintable(failure.what()), "a refusal is one line");
+    }
+    return 0;
+}
