@@ -28,6 +28,8 @@ while [ $# -gt 0 ]; do
     esac
 done
 build=${build:-$root/build/$preset}
+kind=${preset#fuzz} # ", i386" or ", memory" in the figures
+kind=${kind/#-/, }
 
 (cd "$root" && cmake --preset "$preset" -B "$build" >"$build.configure.log" 2>&1) ||
     { cat "$build.configure.log" && exit 1; }
@@ -77,7 +79,7 @@ fuzz() {
         echo "FAIL  $target was run $done_runs times in $seconds s instead of $runs"
         return 1
     fi
-    echo "figure: fuzz executions $target ($preset): $done_runs"
+    echo "figure: fuzz executions $target$kind: $done_runs"
 }
 
 # The planted defect must be found. It begins without seeds and without what was learnt.
@@ -93,8 +95,7 @@ canary() {
         echo "FAIL  canary: it ended, but not by its defect"
         return 1
     fi
-    echo "figure: fuzz executions until the planted defect was found ($preset):" \
-        "$(executions "$log")"
+    echo "figure: fuzz executions until the planted defect was found$kind: $(executions "$log")"
 }
 
 run() {
