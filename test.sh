@@ -9,7 +9,7 @@ mkdir -p build/steps
 
 # What a step counted; tests that count the same thing are added up.
 figures() {
-    grep -oh '^figure: .*: [0-9]*$' "$1" | awk '
+    { grep -oh '^figure: .*: [0-9]*$' "$1" || true; } | awk '
         { what = $0; sub(/^figure: /, "", what); sub(/: [0-9]*$/, "", what) }
         !(what in sum) { order[++kinds] = what }
         { sum[what] += $NF }

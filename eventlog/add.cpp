@@ -183,8 +183,8 @@ SaErrorT zuSaHpiEventLogEntryAdd(const EventLogAddRecord *entry, int force) {
     if (!store.fileEnabled || silentlyDropped) {
         return SA_OK;
     }
-    if (transactionRefused("add an entry")) {
-        return SA_ERR_HPI_INTERNAL_ERROR;
+    if (const SaErrorT result = prepareTransaction("add an entry"); result != SA_OK) {
+        return result;
     }
     if (userEventTooLong(entry->event)) {
         return SA_ERR_HPI_INVALID_DATA;

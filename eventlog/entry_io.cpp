@@ -1,10 +1,11 @@
-// Entry records between memory and file, through the read cache.
+// Records between memory and file; entry records go through the read cache.
 
 #include "eventlog/entry_io.h"
 
 #include <cerrno>
 #include <cstring>
 
+#include "eventlog/failure.h"
 #include "eventlog/log_file.h"
 #include "eventlog/store_state.h"
 #include "util/diagnostics.h"
@@ -60,6 +61,26 @@ SaErrorT readFromFile(std::uint32_t number, EventLogEntryRecord &record) {
 }
 
 } // namespace
+
+bool readInfo(EventLogInfoRecord &info) {
+    if (readNext(std::as_writable_bytes(std::span(&info, 1))) != infoSize) {
+        zuSaHpiPrintf(diagnostics(), "Unable to read Event Log Info from existing log file.\n");
+        return false;
+    }
+    return true;
+}
+
+bool writeInfo(const EventLogInfoRecord &info) {
+    if (!seekTo(infoOffset)) {
+        reportSystemError("lseek on logfile to info record");
+        return false;
+    }
+    if (!writeWhole(bytesOf(info))) {
+        reportSystemError("write of info record to logfile");
+        return false;
+    }
+    return true;
+}
 
 SaErrorT readEntry(std::uint32_t number, EventLogEntryRecord &record) {
     if (const EventLogEntryRecord *changed = changedRecord(number)) {

@@ -1,9 +1,15 @@
-// Reading an entry record, and writing one to its place in the file.
+// Reading and writing the records of the file: the info record and the entry records.
 #pragma once
 
 #include "eventlog/log_format.h"
 
 namespace zusahpi::eventlog {
+
+// Reads the info record at the position, which is the file's start. False on failure (printed).
+[[nodiscard]] bool readInfo(EventLogInfoRecord &info);
+
+// Writes the info record to its place. False on failure (printed).
+[[nodiscard]] bool writeInfo(const EventLogInfoRecord &info);
 
 // Copies entry `number` out of the transaction cache, the read cache or the file, whichever has it
 // first. The caller has checked the number. Returns SA_OK, or SA_ERR_HPI_NO_RESPONSE (printed), and

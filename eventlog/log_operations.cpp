@@ -26,8 +26,8 @@ SaErrorT zuSaHpiEventLogClear(void) {
         store.info.sa.UpdateTimestamp = zuSaHpiEventLogTimeGet();
         return SA_OK;
     }
-    if (transactionRefused("clear log")) {
-        return SA_ERR_HPI_INTERNAL_ERROR;
+    if (const SaErrorT result = prepareTransaction("clear log"); result != SA_OK) {
+        return result;
     }
     EventLogInfoRecord workingCopy;
     beginTransaction(workingCopy);
@@ -52,8 +52,8 @@ SaErrorT zuSaHpiEventLogResetOverflow(void) {
     if (!store.fileEnabled) {
         return SA_OK;
     }
-    if (transactionRefused("reset log")) {
-        return SA_ERR_HPI_INTERNAL_ERROR;
+    if (const SaErrorT result = prepareTransaction("reset log"); result != SA_OK) {
+        return result;
     }
     if (store.info.sa.OverflowResetable == 0) {
         return SA_ERR_HPI_INVALID_CMD;
@@ -80,8 +80,8 @@ SaErrorT zuSaHpiEventLogTimeSet(SaHpiTimeT time) {
         store.info.timeOffset = timeDifference(time, zuSaHpiGetTimeofDay());
         return SA_OK;
     }
-    if (transactionRefused("set time")) {
-        return SA_ERR_HPI_INTERNAL_ERROR;
+    if (const SaErrorT result = prepareTransaction("set time"); result != SA_OK) {
+        return result;
     }
     EventLogInfoRecord workingCopy;
     beginTransaction(workingCopy);
@@ -105,8 +105,8 @@ SaErrorT zuSaHpiEventLogStateSet(SaHpiBoolT enable) {
         store.info.sa.Enabled = enabled;
         return SA_OK;
     }
-    if (transactionRefused("set state")) {
-        return SA_ERR_HPI_INTERNAL_ERROR;
+    if (const SaErrorT result = prepareTransaction("set state"); result != SA_OK) {
+        return result;
     }
     EventLogInfoRecord workingCopy;
     beginTransaction(workingCopy);

@@ -19,6 +19,9 @@
 // are taken one after the other, and those before the one that stops the start stay written. A
 // record that is written makes a file longer that ends in the slots: what is missing of the later
 // ones then reads as zeros.
+//
+// A commit that failed in the running process left the same in the file, and no damage; it is
+// finished in the same way, but a failure is one of the operation that wanted to go on.
 
 #include "eventlog/recovery.h"
 
@@ -55,26 +58,51 @@ void reconcile(EventLogInfoRecord &info, const EventLogInfoRecord &configured) {
     info.sa.OverflowResetable = configured.sa.OverflowResetable;
 }
 
-void replayTransactionLog() {
+bool replayTransactionLog() {
     if (store.info.updating == 0) {
-        return;
+        return true;
     }
     for (std::uint32_t slot = 0; slot < transactionSlots; ++slot) {
         EventLogEntryRecord record;
         if (!seekTo(slotOffset(slot))) {
-            dieOfSystemError("lseek on logfile to transaction log area");
+            reportSystemError("lseek on logfile to transaction log area");
+            return false;
         }
         if (readNext(std::as_writable_bytes(std::span(&record, 1))) != entrySize) {
-            die("Unable to read logged entry from existing log file.\n");
+            zuSaHpiPrintf(diagnostics(), "Unable to read logged entry from existing log file.\n");
+            return false;
         }
         if (slotIsEmpty(record)) {
             break;
         }
         if (writeEntryInPlace(record) != SA_OK) {
-            die("Error transacting logged record on existing log file.\n");
+            zuSaHpiPrintf(diagnostics(), "Error transacting logged record on existing log file.\n");
+            return false;
         }
     }
     store.info.updating = 0;
+    return true;
+}
+
+bool finishWaitingCommit() {
+    EventLogInfoRecord inFile;
+    if (!seekTo(infoOffset)) {
+        reportSystemError("lseek on logfile to info record");
+        return false;
+    }
+    if (!readInfo(inFile)) {
+        return false;
+    }
+    if (inFile.updating != 0) {
+        store.info = inFile;
+    } else {
+        store.info.updating = 0;
+    }
+    if (!replayTransactionLog() || !writeInfo(store.info)) {
+        return false;
+    }
+    store.commitWaits = false;
+    return true;
 }
 
 } // namespace zusahpi::eventlog

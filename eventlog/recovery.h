@@ -1,5 +1,6 @@
 // What a start makes of an existing log file: its info record is held against the configuration,
-// and a commit that a crash interrupted is finished.
+// and a commit that a crash interrupted is finished. A running log finishes its own failed commits
+// in the same way.
 #pragma once
 
 #include "eventlog/log_format.h"
@@ -11,7 +12,13 @@ namespace zusahpi::eventlog {
 void reconcile(EventLogInfoRecord &info, const EventLogInfoRecord &configured);
 
 // If `updating` is set, writes the records of the transaction log area to their places and clears
-// it in memory. Doing so twice gives the same file. Prints and exits on failure.
-void replayTransactionLog();
+// it in memory. Doing so twice gives the same file. False on failure (printed).
+[[nodiscard]] bool replayTransactionLog();
+
+// Finishes the commit that failed in this process. Where the file got flagged, the transaction is
+// durable: its info record is taken from the file and its records go to their places. Where it did
+// not, nothing came of the transaction. Either way the info record is written again, without the
+// flag. False on failure (printed): the commit waits on.
+[[nodiscard]] bool finishWaitingCommit();
 
 } // namespace zusahpi::eventlog

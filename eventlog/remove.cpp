@@ -168,8 +168,8 @@ SaErrorT zuSaHpiEventLogEntryDel(SaHpiEventLogEntryIdT entryId, int force) {
         }
         return removeEntry(*store.transaction, entryId);
     }
-    if (transactionRefused("delete an entry")) {
-        return SA_ERR_HPI_INTERNAL_ERROR;
+    if (const SaErrorT result = prepareTransaction("delete an entry"); result != SA_OK) {
+        return result;
     }
     EventLogInfoRecord workingCopy;
     beginTransaction(workingCopy);

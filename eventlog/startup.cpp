@@ -9,6 +9,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include "eventlog/entry_io.h"
 #include "eventlog/failure.h"
 #include "eventlog/lock.h"
 #include "eventlog/log_file.h"
@@ -50,6 +51,7 @@ void fixTimeBase(EventLogControlBlock &block) {
 
 void emptyTransactionAndCaches() {
     store.transaction = nullptr;
+    store.commitWaits = false;
     emptySlot(store.transactionCache[0]);
     for (EventLogEntryRecord &slot : store.readCache) {
         emptySlot(slot);
@@ -83,20 +85,19 @@ int syncFlagOf(const EventLogControlBlock &block) {
 
 void startFromExistingFile(const EventLogControlBlock &block) {
     registerExitHandler();
-    if (readNext(std::as_writable_bytes(std::span(&store.info, 1))) != infoSize) {
-        die("Unable to read Event Log Info from existing log file.\n");
+    if (!readInfo(store.info)) {
+        std::exit(EXIT_FAILURE);
     }
     if (block.reinitialize != 0) {
         store.info = block.info;
     } else {
         reconcile(store.info, block.info);
-        replayTransactionLog();
+        if (!replayTransactionLog()) {
+            std::exit(EXIT_FAILURE);
+        }
     }
-    if (!seekTo(infoOffset)) {
-        dieOfSystemError("lseek on logfile to info record");
-    }
-    if (!writeWhole(bytesOf(store.info))) {
-        dieOfSystemError("write of info record to logfile");
+    if (!writeInfo(store.info)) {
+        std::exit(EXIT_FAILURE);
     }
     if (!truncateAfter(store.info.maxUsed)) {
         dieOfSystemError("truncate of log file at initialization");

@@ -6,6 +6,9 @@
 //   3. The transaction cache is a list from slot 0, ended by a slot whose EntryId is noEntry.
 //   4. The read cache holds records as they are in the file, never ones that wait for a commit.
 //   5. Unless fileEnabled, there is no file, no lock and no entry.
+//   6. Unless commitWaits, the info record in the file is not flagged. While one waits, the slots
+//   of
+//      the transaction log area stay as they are: they may be all that is left of its records.
 #pragma once
 
 #include <array>
@@ -38,6 +41,7 @@ struct StoreState {
 
     EventLogInfoRecord info;
     EventLogInfoRecord *transaction; // working copy of the open transaction, or null
+    bool commitWaits;                // a commit to a Linked log failed once it had begun to flag
     std::array<EventLogEntryRecord, transactionSlots> transactionCache;
     std::array<EventLogEntryRecord, readCacheSlots> readCache;
     int readCacheCursor; // the slot filled last, -1 at first

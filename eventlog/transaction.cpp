@@ -7,6 +7,7 @@
 #include "eventlog/entry_io.h"
 #include "eventlog/failure.h"
 #include "eventlog/log_file.h"
+#include "eventlog/recovery.h"
 #include "eventlog/store_state.h"
 #include "util/diagnostics.h"
 
@@ -63,6 +64,7 @@ SaErrorT commitLinked(EventLogInfoRecord &workingCopy) {
     // In memory too, so that the two always differ below and the flag is taken off the file again.
     workingCopy.updating = 1;
     store.info.updating = 1;
+    store.commitWaits = true;
     if (!seekTo(infoOffset)) {
         return abortOfSystemError("lseek on logfile to info record for flagging");
     }
@@ -84,28 +86,27 @@ SaErrorT writeChangedInfo(const EventLogInfoRecord &workingCopy) {
         return SA_OK;
     }
     std::memcpy(&store.info, &workingCopy, sizeof workingCopy);
-    if (!seekTo(infoOffset)) {
-        return abortOfSystemError("lseek on logfile to info record");
+    if (!writeInfo(store.info)) {
+        return abortWith(SA_ERR_HPI_NO_RESPONSE);
     }
-    if (!writeWhole(bytesOf(store.info))) {
-        return abortOfSystemError("write of info record to logfile");
-    }
+    store.commitWaits = false;
     return SA_OK;
 }
 
 } // namespace
 
-bool transactionRefused(const char *attempt) {
+SaErrorT prepareTransaction(const char *attempt) {
     const char *reason = nullptr;
     if (store.transaction != nullptr) {
         reason = "transaction already in process.\n";
     } else if (!slotIsEmpty(store.transactionCache[0])) {
         reason = "transaction cache is not empty.\n";
-    } else {
-        return false;
     }
-    zuSaHpiPrintf(diagnostics(), "Event log error - attempt to %s when %s", attempt, reason);
-    return true;
+    if (reason != nullptr) {
+        zuSaHpiPrintf(diagnostics(), "Event log error - attempt to %s when %s", attempt, reason);
+        return SA_ERR_HPI_INTERNAL_ERROR;
+    }
+    return !store.commitWaits || finishWaitingCommit() ? SA_OK : SA_ERR_HPI_NO_RESPONSE;
 }
 
 void beginTransaction(EventLogInfoRecord &workingCopy) {

@@ -4,16 +4,19 @@
 //   idle --beginTransaction--> open --commitTransaction--> idle
 //                               |----abortTransaction----> idle
 //
-// Whoever opens a transaction ends it on every path before it returns.
+// Whoever opens a transaction ends it on every path before it returns. What a failed commit to a
+// Linked log left to be done is done before the next transaction: it may be durable already.
 #pragma once
 
 #include "eventlog/log_format.h"
 
 namespace zusahpi::eventlog {
 
-// Whether a changing operation must be refused: a transaction is open or its cache is not empty.
-// Prints "Event log error - attempt to <attempt> when ..." then.
-[[nodiscard]] bool transactionRefused(const char *attempt);
+// To be called first by a changing operation. Returns SA_OK when it may open a transaction;
+// SA_ERR_HPI_INTERNAL_ERROR when one is open or its cache is not empty (printed, "Event log error -
+// attempt to <attempt> when ..."); SA_ERR_HPI_NO_RESPONSE (printed) when an earlier commit waits to
+// be finished and cannot be.
+[[nodiscard]] SaErrorT prepareTransaction(const char *attempt);
 
 // Opens a transaction on `workingCopy`, which the caller keeps until the transaction ends and which
 // starts as the in-memory info record.

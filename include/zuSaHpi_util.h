@@ -262,7 +262,8 @@ SaHpiTimeT zuSaHpiEventLogTimeGet(void);
  * Sets the log time, in nanoseconds; the log clock runs on from there. Returns SA_OK, also when the
  * new offset could not be written (printed);
  *   SA_ERR_HPI_INVALID_PARAMS  a negative time, SAHPI_TIME_UNSPECIFIED included;
- *   SA_ERR_HPI_INTERNAL_ERROR  a call in the middle of another one (printed).
+ *   SA_ERR_HPI_INTERNAL_ERROR  a call in the middle of another one (printed);
+ *   SA_ERR_HPI_NO_RESPONSE     an earlier change that failed could not be finished (printed).
  */
 SaErrorT zuSaHpiEventLogTimeSet(SaHpiTimeT time);
 
@@ -275,7 +276,8 @@ SaHpiBoolT zuSaHpiEventLogStateGet(void);
 /*
  * Enables (nonzero) or disables the log, until the next initialisation, which takes the state from
  * the configuration. Returns SA_OK, also when the state could not be written (printed);
- *   SA_ERR_HPI_INTERNAL_ERROR  a call in the middle of another one (printed).
+ *   SA_ERR_HPI_INTERNAL_ERROR  a call in the middle of another one (printed);
+ *   SA_ERR_HPI_NO_RESPONSE     an earlier change that failed could not be finished (printed).
  */
 SaErrorT zuSaHpiEventLogStateSet(SaHpiBoolT enable);
 

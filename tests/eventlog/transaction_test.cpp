@@ -260,16 +260,16 @@ TEST_F(Transaction, AWriteThatStopsShortIsContinued) {
 TEST_F(Transaction, GuardsNameTheOperationAndTheReason) {
     start(linked, wrap, 5);
     beginTransaction(workingCopy);
-    EXPECT_TRUE(transactionRefused("add an entry"));
+    EXPECT_EQ(prepareTransaction("add an entry"), SA_ERR_HPI_INTERNAL_ERROR);
     EXPECT_EQ(diagnostics(), "Event log error - attempt to add an entry when "
                              "transaction already in process.\n");
     store.transaction = nullptr;
     store.transactionCache[0] = entryRecord(1, 1);
-    EXPECT_TRUE(transactionRefused("add an entry"));
+    EXPECT_EQ(prepareTransaction("add an entry"), SA_ERR_HPI_INTERNAL_ERROR);
     EXPECT_EQ(diagnostics(), "Event log error - attempt to add an entry when "
                              "transaction cache is not empty.\n");
     emptySlot(store.transactionCache[0]);
-    EXPECT_FALSE(transactionRefused("add an entry"));
+    EXPECT_EQ(prepareTransaction("add an entry"), SA_OK);
     EXPECT_EQ(diagnostics(), "");
 }
 

@@ -131,7 +131,7 @@ Steps entryRead(std::uint32_t number) {
     };
 }
 
-Steps linkedCommit(const std::vector<Changed> &entries) {
+Steps linkedCommit(const std::vector<std::uint32_t> &entries) {
     const std::size_t slots = std::min<std::size_t>(entries.size() + 1, 4);
     Steps steps = {
         {.call = "lseek 80", .message = "lseek on logfile to transaction log area:%s\n"},
@@ -146,20 +146,16 @@ Steps linkedCommit(const std::vector<Changed> &entries) {
          .memory = Memory::flagged,
          .shortOne = Short::isContinued},
     };
-    for (const Changed &changed : entries) {
-        const std::string entry = "event log entry # " + text(changed.entry);
-        steps.push_back({.call = "lseek " + placeOf(changed.entry),
+    for (const std::uint32_t number : entries) {
+        const std::string entry = "event log entry # " + text(number);
+        steps.push_back({.call = "lseek " + placeOf(number),
                          .message = "Error: lseek for writing " + entry + ": %s\n",
                          .memory = Memory::flagged,
-                         .restart = Restart::after,
-                         .next = changed.next,
-                         .refusal = changed.refusal});
+                         .restart = Restart::after});
         steps.push_back({.call = "write 1496",
                          .message = "Error: write of " + entry + ": %s\n",
                          .memory = Memory::flagged,
                          .restart = Restart::after,
-                         .next = changed.next,
-                         .refusal = changed.refusal,
                          .shortOne = Short::goesUnnoticed});
     }
     steps.push_back({.call = "lseek 0",
@@ -242,6 +238,25 @@ std::vector<int> seedsIn(const FileImage &file) {
 
 namespace {
 
+// The entries of the log that the process goes on with after the failure, which left the file.
+std::vector<int> seedsLeft(const Scenario &scenario, const Step &step, const FileImage &file) {
+    const bool durable = step.memory == Memory::flagged && file.updating() != 0;
+    return durable || step.memory == Memory::after ? scenario.after : scenario.before;
+}
+
+// And after one more add.
+std::vector<int> withNextAdd(const Scenario &scenario, std::vector<int> seeds) {
+    if (scenario.nextAdd != SA_OK) {
+        return seeds;
+    }
+    const EventLogInfoRecord &info = scenario.block.info;
+    if (seeds.size() == info.sa.Size) {
+        seeds.erase(info.overflowAction == wrap ? seeds.begin() : seeds.end() - 1);
+    }
+    seeds.push_back(nextSeed);
+    return seeds;
+}
+
 // One step of a scenario. Each of its functions runs the operation with a fault at that step, in a
 // process of its own, and checks all that the table and the runner promise.
 class Run {
@@ -260,12 +275,14 @@ class Run {
             EXPECT_EQ(scenario_.operation(), scenario_.failure);
             test_support::clearFaults();
             EXPECT_EQ(takeDiagnostics(), withText(step_.message, error.text));
-            checkState(path, before, files_.untouched[index_]);
-            if (mode == Mode::persistently) {
-                failAgain(error);
+            const FileImage &left = files_.untouched[index_];
+            checkState(path, before, left);
+            std::vector<int> seeds = seedsLeft(scenario_, step_, left);
+            if (mode == Mode::persistently && addWhileFailing(error) == SA_OK) {
+                seeds = withNextAdd(scenario_, seeds);
             }
             EXPECT_EQ(openDescriptors(), descriptors);
-            addAfterwards(path);
+            addAfterwards(path, seeds);
         });
     }
 
@@ -281,8 +298,9 @@ class Run {
             EXPECT_EQ(scenario_.operation(), scenario_.failure);
             test_support::clearFaults();
             EXPECT_EQ(takeDiagnostics(), withText(step_.message, error.text));
-            checkState(path, before, withBytesMoved(files_.untouched[index_], count));
-            addAfterwards(path);
+            const FileImage left = withBytesMoved(files_.untouched[index_], count);
+            checkState(path, before, left);
+            addAfterwards(path, seedsLeft(scenario_, step_, left));
         });
     }
 
@@ -328,8 +346,9 @@ class Run {
             std::string message = step_.shortMessage;
             message.replace(message.find("%d"), 2, std::to_string(count));
             EXPECT_EQ(takeDiagnostics(), message);
-            checkState(path, before, files_.untouched[index_]);
-            addAfterwards(path);
+            const FileImage &left = files_.untouched[index_];
+            checkState(path, before, left);
+            addAfterwards(path, seedsLeft(scenario_, step_, left));
         });
     }
 
@@ -352,36 +371,30 @@ class Run {
         EXPECT_TRUE(test_support::exists(path + ".lck"));
     }
 
-    // A second operation while the failure lasts.
-    void failAgain(const Error &error) const {
+    // A second operation while the failure lasts. Returns its result.
+    [[nodiscard]] SaErrorT addWhileFailing(const Error &error) const {
         arm(error, Mode::persistently, 0);
         const SaErrorT result = forcedAdd(nextSeed);
         test_support::clearFaults();
         const std::string message = takeDiagnostics();
         expectIdle();
-        if (step_.next == Next::isRefused) {
-            EXPECT_EQ(result, SA_ERR_HPI_INTERNAL_ERROR);
-            EXPECT_EQ(message, step_.refusal);
-        } else if (scenario_.nextAdd == SA_OK && (call_ == Call::write || call_ == Call::lseek)) {
+        if (scenario_.nextAdd == SA_OK && (call_ == Call::write || call_ == Call::lseek)) {
             EXPECT_EQ(result, SA_ERR_HPI_NO_RESPONSE);
             EXPECT_NE(message, "");
         }
+        return result;
     }
 
-    void addAfterwards(const std::string &path) const {
-        const bool refused = step_.next == Next::isRefused;
-        EXPECT_EQ(forcedAdd(nextSeed), refused ? SA_ERR_HPI_INTERNAL_ERROR : scenario_.nextAdd);
-        EXPECT_EQ(takeDiagnostics(), step_.refusal);
+    // `seeds`: of the entries before it.
+    void addAfterwards(const std::string &path, const std::vector<int> &seeds) const {
+        EXPECT_EQ(forcedAdd(nextSeed), scenario_.nextAdd);
+        EXPECT_EQ(takeDiagnostics(), "");
         expectIdle();
-        if (refused) {
-            return;
-        }
+        EXPECT_EQ(store.info.updating, 0U);
         const FileImage file = {test_support::readFile(path)};
         expectEntriesOf(file);
         EXPECT_EQ(file.updating(), 0U);
-        if (scenario_.nextAdd == SA_OK) {
-            EXPECT_EQ(file.entry(file.newest()).rpt.ResourceTag.Data[0], nextSeed);
-        }
+        EXPECT_EQ(seedsIn(file), withNextAdd(scenario_, seeds));
     }
 
     // The bytes that a write of the step would move, cut after `count`.
@@ -458,32 +471,58 @@ FileImage fileAfter(const Scenario &scenario, const Files &files, const std::str
     return {test_support::readFile(path)};
 }
 
-// The log that the next start finds: sound, with the entries that the table says.
-void checkRestart(const Scenario &scenario, const std::vector<int> &expected,
+// The log that the next start finds: sound, with one of the lists of entries.
+void checkRestart(const Scenario &scenario, const std::vector<std::vector<int>> &possible,
                   const std::string &path) {
     inChild([&] {
         EventLogControlBlock block = scenario.block;
         EXPECT_EQ(zuSaHpiEventLogInit(&block), SA_OK);
         const FileImage file = {test_support::readFile(path)};
         EXPECT_EQ(test_support::unsoundness(file.bytes), std::vector<std::string>{});
-        EXPECT_EQ(seedsIn(file), expected);
+        const std::vector<int> found = seedsIn(file);
+        EXPECT_NE(std::count(possible.begin(), possible.end(), found), 0)
+            << "entries " << testing::PrintToString(found) << ", not one of "
+            << testing::PrintToString(possible);
         EXPECT_EQ(file.updating(), 0U);
         expectEntriesOf(file);
     });
 }
 
 // What the process that saw the failure left: a start of its own finds the same entries.
-void checkLeftBehind(const Scenario &scenario, const Step &step, const std::string &path) {
+void checkLeftBehind(const Scenario &scenario, const std::vector<int> &seeds,
+                     const std::string &path) {
     EXPECT_FALSE(test_support::exists(path + ".lck"));
     const FileImage file = {test_support::readFile(path)};
-    if (step.next == Next::isRefused) { // no add came between: as if the process had been killed
-        checkRestart(scenario, scenario.after, path);
-        return;
-    }
-    const bool sound = test_support::unsoundness(file.bytes).empty();
-    EXPECT_EQ(sound, step.next == Next::works);
-    if (sound) {
-        checkRestart(scenario, seedsIn(file), path);
+    EXPECT_EQ(test_support::unsoundness(file.bytes), std::vector<std::string>{});
+    checkRestart(scenario, {seeds}, path);
+}
+
+// The next add is cut short by a crash, at each of its calls.
+void crashNextAdd(const Scenario &scenario, const Files &files, std::size_t index,
+                  const std::string &path) {
+    const Step &step = scenario.steps[index];
+    const std::vector<int> left = seedsLeft(scenario, step, files.untouched[index]);
+    const std::vector<int> last = withNextAdd(scenario, left);
+    bool added = false;
+    for (int calls = 0; !added; ++calls) {
+        SCOPED_TRACE("crash after " + std::to_string(calls) + " calls of the next add");
+        test_support::writeFile(path, files.base);
+        const test_support::ChildResult result = runInChild([&] {
+            startFor(scenario);
+            test_support::failCall(callOf(step.call), EIO, earlierOfItsKind(scenario.steps, index));
+            (void)scenario.operation(); // what its failure comes to is checked elsewhere
+            test_support::clearFaults();
+            test_support::endProcessBeforeCall(calls);
+            (void)forcedAdd(nextSeed);
+            _exit(EXIT_SUCCESS);
+        });
+        added = result.exitStatus != test_support::endedByFault;
+        EXPECT_EQ(unlink((path + ".lck").c_str()), 0);
+        if (added) {
+            checkRestart(scenario, {last}, path);
+        } else {
+            checkRestart(scenario, {left, last}, path);
+        }
     }
 }
 
@@ -503,10 +542,16 @@ void failStep(const Scenario &scenario, const Files &files, std::size_t index,
             eachFrom([&] {
                 run.failing(path, error, mode);
                 if (mode == Mode::once) {
-                    checkLeftBehind(scenario, step, path);
+                    checkLeftBehind(
+                        scenario,
+                        withNextAdd(scenario, seedsLeft(scenario, step, files.untouched[index])),
+                        path);
                 }
             });
         }
+    }
+    if (scenario.block.info.type == linked) {
+        crashNextAdd(scenario, files, index, path);
     }
     if (step.shortOne == Short::none) {
         return;
@@ -565,9 +610,9 @@ void FailingCalls::run(const Scenario &scenario) {
         SCOPED_TRACE("call " + std::to_string(index) + ": " + step.call);
         test_support::writeFile(path, files.untouched[index].bytes);
         checkRestart(scenario,
-                     step.restart == Restart::before  ? scenario.before
-                     : step.restart == Restart::after ? scenario.after
-                                                      : scenario.overwritten,
+                     {step.restart == Restart::before  ? scenario.before
+                      : step.restart == Restart::after ? scenario.after
+                                                       : scenario.overwritten},
                      path);
         failStep(scenario, files, index, path);
     }

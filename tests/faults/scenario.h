@@ -8,7 +8,8 @@
 //   3. Every entry that the store returns is the record that the file holds: neither cache shows
 //      anything else.
 //   4. The lock is held until the process ends, and gone afterwards.
-//   5. Once the failure has passed the next add works, as far as the table says so.
+//   5. Once the failure has passed the next add works, and the log holds what it should.
+//   6. A crash at any call of that next add to a Linked log leaves the log before or after it.
 #pragma once
 
 #include <cstdint>
@@ -31,14 +32,6 @@ enum class Memory {
 // The entries that the next start finds in the file.
 enum class Restart { before, after, overwritten };
 
-// What becomes of an add in the same process once the failure has passed.
-enum class Next {
-    works,       // it works and the log is sound
-    leavesWrong, // it works, but the log is not sound: what of the failed operation was written in
-                 // place stays, though the info record does not know of it
-    isRefused,   // for the same reason it is refused, until the next start
-};
-
 // What a call that moves fewer bytes than asked for comes to.
 enum class Short { none, isContinued, goesUnnoticed, isReported };
 
@@ -47,8 +40,6 @@ struct Step {
     std::string message; // printed; "%s" stands for the system's text of the error
     Memory memory = Memory::before;
     Restart restart = Restart::before;
-    Next next = Next::works;
-    std::string refusal = {}; // what the refused add prints
     Short shortOne = Short::none;
     std::string shortMessage = {}; // with "%d" in the place of the number of bytes
 };
@@ -58,16 +49,8 @@ using Steps = std::vector<Step>;
 // The read of an entry that is in no cache.
 [[nodiscard]] Steps entryRead(std::uint32_t number);
 
-// An entry that a commit changes, and what its failed write leaves to the next add: the entries
-// before it are in their places already.
-struct Changed {
-    std::uint32_t entry;
-    Next next = Next::works;
-    std::string refusal = {};
-};
-
 // The commit of a Linked log that changes these entries, in this order.
-[[nodiscard]] Steps linkedCommit(const std::vector<Changed> &entries);
+[[nodiscard]] Steps linkedCommit(const std::vector<std::uint32_t> &entries);
 
 // The commit of a Simple or Circular log that changes these entries. `restart` is what the next
 // start finds when the entries were written but not the info record.
