@@ -62,4 +62,16 @@ done
 if [ "$i386" = yes ]; then
     step "log files of both ABIs" tests/build/check_cross_abi.sh build/native build/i386
 fi
+if [ "$(uname -m)" = x86_64 ]; then
+    step "valgrind" tests/build/check_memory.sh build/native
+fi
+step "static analysis" tests/build/check_analysis.sh build/native
+step "coverage" tests/coverage/run.sh
+step "fuzz" tests/fuzz/run.sh
+if [ "$i386" = yes ]; then
+    step "fuzz i386" tests/fuzz/run.sh --preset fuzz-i386 --runs 10000
+fi
+if [ "$(uname -m)" = x86_64 ]; then # the memory sanitizer knows no other
+    step "fuzz memory" tests/fuzz/run.sh --preset fuzz-memory --runs 10000
+fi
 echo "all tests passed"

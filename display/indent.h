@@ -15,7 +15,8 @@ struct Indent {
 
 [[nodiscard]] inline Indent composedIndent(const char *outer, std::size_t blanks) {
     Indent indent;
-    std::snprintf(indent.text, sizeof indent.text, "%s%*s", outer, static_cast<int>(blanks), "");
+    (void)std::snprintf(indent.text, sizeof indent.text, "%s%*s", outer, static_cast<int>(blanks),
+                        "");
     return indent;
 }
 

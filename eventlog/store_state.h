@@ -47,7 +47,8 @@ struct StoreState {
     int readCacheCursor; // the slot filled last, -1 at first
 };
 
-extern StoreState store;
+// NOLINTNEXTLINE(bugprone-dynamic-static-initializers): constinit rules that out
+extern constinit StoreState store;
 
 // The info record that counts (invariant 2).
 [[nodiscard]] inline EventLogInfoRecord &currentInfo() {

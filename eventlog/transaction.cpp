@@ -2,6 +2,7 @@
 
 #include "eventlog/transaction.h"
 
+#include <algorithm>
 #include <cstring>
 
 #include "eventlog/entry_io.h"
@@ -81,8 +82,7 @@ SaErrorT commitLinked(EventLogInfoRecord &workingCopy) {
 
 SaErrorT writeChangedInfo(const EventLogInfoRecord &workingCopy) {
     // What counts is whether a byte of the file would change, and the file holds the padding, too.
-    // NOLINTNEXTLINE(bugprone-suspicious-memory-comparison,cert-exp42-c,cert-flp37-c)
-    if (std::memcmp(&workingCopy, &store.info, sizeof workingCopy) == 0) {
+    if (std::ranges::equal(bytesOf(workingCopy), bytesOf(store.info))) {
         return SA_OK;
     }
     std::memcpy(&store.info, &workingCopy, sizeof workingCopy);

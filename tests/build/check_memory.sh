@@ -1,17 +1,18 @@
 #!/usr/bin/env bash
 # Runs every test program of a build under valgrind: no invalid access, no use of what was never
 # set, no leak. The programs and tests that try out very many cases are left to the sanitizers: here
-# they would take hours.
+# they would take hours. Tests that expect to find their own process under its name are left out, too.
 # usage: check_memory.sh BUILD_FOLDER
 set -euo pipefail
 build=$1
 export ZUSAHPI_FORK_TESTS=1
+left_out='Unlock*:BitFlips*:*/BitFlips*:*/*.EveryCallFails/*:SelPacking.RandomRecordsComeBack'
 
 # check PROGRAM
 check() {
     local log=$1.valgrind.log
     if ! valgrind -q --error-exitcode=9 --leak-check=full --errors-for-leak-kinds=definite \
-        "$1" '--gtest_filter=-BitFlips*:*/BitFlips*' >"$log" 2>&1; then
+        "$1" "--gtest_filter=-$left_out" >"$log" 2>&1; then
         grep -E '^==|FAILED in' "$log" | head -n 100
         echo "$1: failed under valgrind"
         return 1

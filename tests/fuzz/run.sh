@@ -2,11 +2,12 @@
 # Builds the fuzz targets and runs each a number of times. Fails when a target finds
 # something or was run less often, and when the target with the planted defect finds nothing.
 #
-#   tests/fuzz/run.sh [--preset NAME] [--build FOLDER] [--runs N] [TARGET...]
+#   tests/fuzz/run.sh [--preset NAME] [--build FOLDER] [--runs N] [--seed N] [TARGET...]
 #
 #   --preset  fuzz (the default), fuzz-i386 or fuzz-memory
 #   --build   where it is built; build/NAME otherwise
 #   --runs    executions of each target, 100000 otherwise
+#   --seed    of the random numbers; 1 otherwise, so that a run in a fresh build repeats
 #
 # What a run learns stays in the build folder and is where the next run begins. A finding's input is
 # there too, under findings/: it belongs to the seeds, beside a test of what it found.
@@ -17,12 +18,14 @@ here=$root/tests/fuzz
 preset=fuzz
 build=
 runs=100000
+seed=1
 targets=()
 while [ $# -gt 0 ]; do
     case $1 in
     --preset) preset=$2 && shift 2 ;;
     --build) build=$2 && shift 2 ;;
     --runs) runs=$2 && shift 2 ;;
+    --seed) seed=$2 && shift 2 ;;
     -*) echo "run.sh: unknown option $1" >&2 && exit 2 ;;
     *) targets+=("$1") && shift ;;
     esac
@@ -45,7 +48,7 @@ export TMPDIR
 trap 'rm -rf "$TMPDIR"' EXIT
 
 # An execution may take seconds at worst, all of them together minutes for each 100000.
-common=(-timeout=20 -rss_limit_mb=2048 -print_final_stats=1 -verbosity=0 -print_funcs=0)
+common=("-seed=$seed" -timeout=20 -rss_limit_mb=2048 -print_final_stats=1 -verbosity=0 -print_funcs=0)
 seconds=$((300 + runs / 100))
 
 # Some ten thousand executions find the planted defect; chance must not fail a test.

@@ -2,10 +2,10 @@
 #include "tools/evtlogctl/command_line.h"
 
 #include <cstdio>
-#include <map>
 #include <new>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include <CLI/CLI.hpp>
 
@@ -47,8 +47,13 @@ informational:
   DIRECTION    asserted, deasserted, * for both
   SEVERITY     critical major minor informational ok debug)";
 
-const std::map<std::string, sel::Form> forms = {
-    {"auto", sel::Form::automatic}, {"raw", sel::Form::raw}, {"text", sel::Form::text}};
+// Of the names that --format takes.
+[[nodiscard]] sel::Form formOf(std::string_view name) {
+    if (name == "raw") {
+        return sel::Form::raw;
+    }
+    return name == "text" ? sel::Form::text : sel::Form::automatic;
+}
 
 constexpr const char *statusNotes = R"(Exit status:
   0  done
@@ -182,7 +187,7 @@ struct Commands {
     arguments.settings.forward = arguments.syslog.has_value();
     zuSaHpiSyslogStreamSet(arguments.syslog == "stderr" ? stderr : nullptr);
     if (commands.import->parsed()) {
-        arguments.import.form = forms.at(arguments.form);
+        arguments.import.form = formOf(arguments.form);
         arguments.import.utcOffset = parseUtcOffset(arguments.utcOffset).value_or(0);
         arguments.import.oemOrder =
             arguments.reversedOem ? sel::OemOrder::reversed : sel::OemOrder::wire;
@@ -219,7 +224,7 @@ struct Commands {
     return showConfig(arguments.settings);
 }
 
-[[nodiscard]] std::string oneLine(std::string text) {
+[[nodiscard]] std::string oneLine(const std::string &text) {
     const std::size_t newline = text.find('\n');
     return newline == std::string::npos ? text : text.substr(0, newline);
 }

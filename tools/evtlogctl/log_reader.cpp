@@ -10,13 +10,13 @@
 #include <algorithm>
 #include <chrono>
 #include <cstddef>
-#include <cstring>
 #include <optional>
 #include <thread>
 #include <unordered_map>
 #include <utility>
 
 #include "eventlog/log_format.h"
+#include "tools/evtlogctl/bytes.h"
 #include "tools/evtlogctl/failure.h"
 #include "tools/evtlogctl/log_file.h"
 
@@ -46,10 +46,6 @@ constexpr auto longestEffort = std::chrono::milliseconds{5000};
              info.type);
     }
     return info;
-}
-
-[[nodiscard]] bool same(const EventLogInfoRecord &a, const EventLogInfoRecord &b) {
-    return std::memcmp(&a, &b, sizeof a) == 0;
 }
 
 // The records of an interrupted or running update, which replace those of the same number.
@@ -189,16 +185,13 @@ struct Reading {
                                   snapshot.entries.size());
     }
     snapshot.damage = walk.damage;
-    reading.atRest = same(snapshot.info, readInfo(file)) && !overwritesOldest(snapshot);
+    reading.atRest = sameBytes(snapshot.info, readInfo(file)) && !overwritesOldest(snapshot);
     return reading;
 }
 
 // But for its links, which change when its neighbours do.
 [[nodiscard]] bool sameEntry(const EventLogEntryRecord &a, const EventLogEntryRecord &b) {
-    constexpr std::size_t begin = offsetof(EventLogEntryRecord, entry);
-    const auto *const first = reinterpret_cast<const char *>(&a);
-    const auto *const second = reinterpret_cast<const char *>(&b);
-    return std::memcmp(first + begin, second + begin, sizeof a - begin) == 0;
+    return sameBytes(a.entry, b.entry) && sameBytes(a.rpt, b.rpt) && sameBytes(a.rdr, b.rdr);
 }
 
 } // namespace

@@ -262,7 +262,7 @@ class NewFile {
         }
     }
     ~NewFile() {
-        std::fclose(stream_);
+        (void)std::fclose(stream_); // what counts was flushed before it got its name
         if (!named_) {
             unlink(temporary_.c_str());
         }
@@ -280,12 +280,12 @@ class NewFile {
         (void)ignored; // only the superuser may
         require(std::fflush(stream_) == 0 && fchmod(fileno(stream_), log.st_mode & 0777) == 0 &&
                 fsync(fileno(stream_)) == 0);
-        if (renameat2(AT_FDCWD, temporary_.c_str(), AT_FDCWD, name_.c_str(), RENAME_NOREPLACE) ==
-            0) {
-            named_ = true;
-        } else if (errno != EINVAL) { // not every file system knows how to leave a file alone
-            refuse();
-        } else if (link(temporary_.c_str(), name_.c_str()) != 0) {
+        named_ =
+            renameat2(AT_FDCWD, temporary_.c_str(), AT_FDCWD, name_.c_str(), RENAME_NOREPLACE) == 0;
+        // Not every file system knows how to leave a file alone; a link does so everywhere.
+        const bool linked =
+            !named_ && errno == EINVAL && link(temporary_.c_str(), name_.c_str()) == 0;
+        if (!named_ && !linked) {
             refuse();
         }
         syncFolder();

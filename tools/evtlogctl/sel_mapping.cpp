@@ -9,6 +9,7 @@
 
 #include <fmt/format.h>
 
+#include "tools/evtlogctl/bytes.h"
 #include "tools/evtlogctl/ipmi_tables.h"
 #include "tools/evtlogctl/sel_packing.h"
 
@@ -263,9 +264,8 @@ std::optional<Record> importedRecord(const EventLogEntryRecord &entry) {
     again.event.Severity = entry.entry.Event.Severity;
     again.rpt.ResourceTag = entry.rpt.ResourceTag;
     again.rdr.IdString = entry.rdr.IdString;
-    const bool same = std::memcmp(&again.event, &entry.entry.Event, sizeof again.event) == 0 &&
-                      std::memcmp(&again.rpt, &entry.rpt, sizeof again.rpt) == 0 &&
-                      std::memcmp(&again.rdr, &entry.rdr, sizeof again.rdr) == 0;
+    const bool same = sameBytes(again.event, entry.entry.Event) &&
+                      sameBytes(again.rpt, entry.rpt) && sameBytes(again.rdr, entry.rdr);
     return same ? record : std::nullopt;
 }
 

@@ -157,7 +157,7 @@ std::string configuredLog(const Settings &settings) {
 }
 
 std::string existingLog(const Settings &settings) {
-    const std::string path = configuredLog(settings);
+    std::string path = configuredLog(settings);
     if (access(path.c_str(), F_OK) != 0) {
         fail(Status::systemRefused,
              "there is no log yet at {}; make one with \"evtlogctl import FILE\"", path);
