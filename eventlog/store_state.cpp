@@ -4,6 +4,6 @@
 
 namespace zusahpi::eventlog {
 
-constinit StoreState store;
+constinit StoreState store{};
 
 } // namespace zusahpi::eventlog
