@@ -2,7 +2,6 @@
 
 #include "eventlog/transaction.h"
 
-#include <algorithm>
 #include <cstring>
 
 #include "eventlog/entry_io.h"
@@ -82,7 +81,7 @@ SaErrorT commitLinked(EventLogInfoRecord &workingCopy) {
 
 SaErrorT writeChangedInfo(const EventLogInfoRecord &workingCopy) {
     // What counts is whether a byte of the file would change, and the file holds the padding, too.
-    if (std::ranges::equal(bytesOf(workingCopy), bytesOf(store.info))) {
+    if (std::memcmp(bytesOf(workingCopy).data(), bytesOf(store.info).data(), infoSize) == 0) {
         return SA_OK;
     }
     std::memcpy(&store.info, &workingCopy, sizeof workingCopy);
