@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Installs what a bare Debian 12 lacks for building (and, with --tests, for testing) this project.
+# Installs what a bare Debian 12 lacks for building this project; with --tests also for testing it,
+# with --bench for its benchmark.
 # Does nothing when all is there.
 set -euo pipefail
 
@@ -9,6 +10,12 @@ if [ "${1:-}" = --tests ]; then
         python3 shellcheck valgrind)
     if [ "$(dpkg --print-architecture)" = amd64 ]; then
         packages+=(gcc-multilib g++-multilib librapidcheck-dev)
+    fi
+elif [ "${1:-}" = --bench ]; then
+    packages+=(binutils bsdextrautils libleveldb-dev liblmdb-dev libsqlite3-dev pkg-config python3
+        sqlite3 strace valgrind xxd)
+    if [ "$(dpkg --print-architecture)" = amd64 ]; then
+        packages+=(gcc-multilib g++-multilib)
     fi
 fi
 
