@@ -67,6 +67,7 @@ if [ "$(uname -m)" = x86_64 ]; then
 fi
 step "static analysis" tests/build/check_analysis.sh build/native
 step "coverage" tests/coverage/run.sh
+sed -n '/^folder/,/^total/s/^/        /p' build/steps/coverage.log
 step "fuzz" tests/fuzz/run.sh
 if [ "$i386" = yes ]; then
     step "fuzz i386" tests/fuzz/run.sh --preset fuzz-i386 --runs 10000

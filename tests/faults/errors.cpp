@@ -64,6 +64,7 @@ const CallErrors &rowOf(std::string_view line) {
 }
 
 int failedCalls = 0;
+int crashesAfterwards = 0;
 
 struct WholeProgram : testing::Environment {
     // Synchronous writes take a disk's time; thousands of runs need none of its safety.
@@ -74,6 +75,8 @@ struct WholeProgram : testing::Environment {
     }
     void TearDown() override {
         std::printf("figure: failed calls: %d\n", failedCalls);
+        std::printf("figure: crashes in the add that follows a failed call: %d\n",
+                    crashesAfterwards);
     }
 };
 
@@ -110,6 +113,10 @@ std::size_t openDescriptors() {
 
 void countFailedCall() {
     ++failedCalls;
+}
+
+void countCrashAfterwards() {
+    ++crashesAfterwards;
 }
 
 } // namespace failing_calls

@@ -27,7 +27,9 @@ struct Error {
 // How many of the process's file descriptors are open.
 [[nodiscard]] std::size_t openDescriptors();
 
-// Counts a call that was made to fail, or to stop short. The sum is printed when the program ends.
+// Count a call that was made to fail, or to stop short, and a crash in the add that follows one.
+// The sums are printed when the program ends.
 void countFailedCall();
+void countCrashAfterwards();
 
 } // namespace failing_calls

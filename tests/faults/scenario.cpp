@@ -522,6 +522,7 @@ void crashNextAdd(const Scenario &scenario, const Files &files, std::size_t inde
             checkRestart(scenario, {last}, path);
         } else {
             checkRestart(scenario, {left, last}, path);
+            countCrashAfterwards();
         }
     }
 }
