@@ -58,6 +58,20 @@ TEST_F(LogOperations, InfoWorksBeforeInitialisation) {
     EXPECT_EQ(zuSaHpiEventLogStateGet(), SAHPI_FALSE);
 }
 
+// A start that fails ends the process, whose exit handlers may still ask.
+TEST_F(LogOperations, ALogWhoseStartFailedTakesNoEvents) {
+    test_support::inChild([] { start(simple, drop, 3); });
+    const test_support::ChildResult result = test_support::runInChild([] {
+        std::atexit([] {
+            std::fputs(zuSaHpiEventLogStateGet() == SAHPI_FALSE ? "no events" : "events", stderr);
+        });
+        failCall(Call::ftruncate, EIO);
+        start(simple, drop, 3);
+    });
+    EXPECT_EQ(result.exitStatus, EXIT_FAILURE);
+    EXPECT_NE(result.diagnostics.find("no events"), std::string::npos) << result.diagnostics;
+}
+
 TEST_F(LogOperations, InfoIsTheRecordWithTheCurrentLogTime) {
     start(linked, drop, 3);
     add(1);

@@ -162,11 +162,19 @@ TEST_F(Retrieval, EntryWithoutRptEntryOrRdrHasNone) {
     get(1);
 }
 
+// Whatever the block says that a new log holds: there is no file to read it from.
 TEST_F(Retrieval, WithoutFileNothingIsPresent) {
     EventLogControlBlock block = controlBlock(linked, wrap, 3);
     block.fileEnabled = 0;
+    block.info.maxUsed = 2;
+    block.info.oldest = 1;
+    block.info.newest = 2;
     start(block);
-    EXPECT_EQ(result(SAHPI_NEWEST_ENTRY), SA_ERR_HPI_NOT_PRESENT);
+    test_support::recordCalls();
+    for (const SaHpiEventLogEntryIdT id : {SAHPI_NEWEST_ENTRY, SAHPI_OLDEST_ENTRY, 1U, 2U, 3U}) {
+        EXPECT_EQ(result(id), SA_ERR_HPI_NOT_PRESENT) << id;
+    }
+    EXPECT_EQ(test_support::recordedCalls(), std::vector<std::string>{});
 }
 
 // A file whose ends or links are damaged is input like any other.
