@@ -30,11 +30,14 @@ Status listEntries(const Settings &settings, const std::string &file, std::size_
                    ListForm form) {
     const std::string path = logToRead(settings, file);
     const Snapshot log = readLog(path, newest);
+    std::string line;
     for (const EventLogEntryRecord &entry : log.entries) {
         if (form == ListForm::verbose) {
             printWhole(entry);
         } else {
-            writeAll(stdout, logLine(entry) + "\n", standardOutput);
+            line = logLine(entry);
+            line += '\n';
+            writeAll(stdout, line, standardOutput);
         }
     }
     flushAll(stdout, standardOutput);

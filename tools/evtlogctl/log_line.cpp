@@ -6,6 +6,7 @@
 #include <array>
 #include <optional>
 #include <string_view>
+#include <unordered_map>
 
 #include <fmt/format.h>
 
@@ -20,11 +21,23 @@ namespace {
 
 constexpr std::string_view unknownSource = "-";
 
-// The display form of a constant's name, or its number.
+// The display form of a constant's name, or its number. The entries of a log have few names among
+// them, so each is looked up once; `prefix` is always the same for a key.
 [[nodiscard]] std::string nameOf(std::uint32_t value, std::uint32_t key, const char *prefix) {
+    constexpr std::size_t most = 1000; // damaged entries may hold any number
+    static std::unordered_map<std::uint64_t, std::string> names;
+    const std::uint64_t place = std::uint64_t{key} << 32 | value;
+    const auto known = names.find(place);
+    if (known != names.end()) {
+        return known->second;
+    }
     std::array<char, 50> buffer{};
-    return zuSaHpiValueString(value, 0, key, prefix, buffer.data(),
-                              static_cast<std::uint32_t>(buffer.size()));
+    const char *name = zuSaHpiValueString(value, 0, key, prefix, buffer.data(),
+                                          static_cast<std::uint32_t>(buffer.size()));
+    if (names.size() < most) {
+        names.emplace(place, name);
+    }
+    return name;
 }
 
 [[nodiscard]] std::string hexBytes(const unsigned char *bytes, std::size_t count) {
@@ -71,11 +84,15 @@ constexpr std::string_view unknownSource = "-";
 }
 
 [[nodiscard]] std::string stateNames(SaHpiEventStateT states, SaHpiEventCategoryT category) {
+    if (states == SAHPI_ES_UNSPECIFIED) {
+        return "unspecified state";
+    }
+    const std::uint32_t key = stateKey(category);
     std::string names;
     for (std::uint32_t bit = 1; bit <= SAHPI_ALL_EVENT_STATES; bit <<= 1) {
         if ((states & bit) != 0) {
             names += names.empty() ? "" : " + ";
-            names += nameOf(bit, stateKey(category), "SAHPI_ES_");
+            names += nameOf(bit, key, "SAHPI_ES_");
         }
     }
     return names.empty() ? "unspecified state" : names;
@@ -224,6 +241,18 @@ constexpr std::string_view unknownSource = "-";
     }
 }
 
+constexpr std::string_view columnGap = "  ";
+constexpr std::size_t numberWidth = 6;
+constexpr std::size_t timeWidth = 24;
+constexpr std::size_t severityWidth = 13;
+constexpr std::size_t sourceWidth = 15;
+
+void putColumn(std::string &line, std::string_view text, std::size_t width) {
+    line += text;
+    line.append(text.size() < width ? width - text.size() : 0, ' ');
+    line += columnGap;
+}
+
 } // namespace
 
 std::string printable(const unsigned char *text, std::size_t length) {
@@ -243,7 +272,7 @@ std::string timeText(SaHpiTimeT time) {
     if (point == std::string::npos || text.size() < point + 1 + digits) {
         return text;
     }
-    const bool whole = text.compare(point + 1, digits, std::string(digits, '0')) == 0;
+    const bool whole = text.find_first_not_of('0', point + 1) >= point + 1 + digits;
     return whole ? text.erase(point, 1 + digits)
                  : text.erase(point + 1 + milliseconds, digits - milliseconds);
 }
@@ -251,10 +280,16 @@ std::string timeText(SaHpiTimeT time) {
 std::string logLine(const EventLogEntryRecord &entry) {
     const SaHpiEventT &event = entry.entry.Event;
     const bool timed = event.Timestamp != SAHPI_TIME_UNSPECIFIED;
-    return fmt::format("{:>6}  {:<24}  {:<13}  {:<15}  {}{}", entry.entry.EntryId,
-                       timeText(timed ? event.Timestamp : entry.entry.Timestamp),
-                       sel::severityName(event.Severity), sourceOf(entry), eventText(entry),
-                       timed ? "" : " (time of logging)");
+    const std::string number = fmt::format_int(entry.entry.EntryId).str();
+    std::string line(number.size() < numberWidth ? numberWidth - number.size() : 0, ' ');
+    line += number;
+    line += columnGap;
+    putColumn(line, timeText(timed ? event.Timestamp : entry.entry.Timestamp), timeWidth);
+    putColumn(line, sel::severityName(event.Severity), severityWidth);
+    putColumn(line, sourceOf(entry), sourceWidth);
+    line += eventText(entry);
+    line += timed ? "" : " (time of logging)";
+    return line;
 }
 
 } // namespace zusahpi::evtlogctl

@@ -132,6 +132,9 @@ struct Walk {
     if (info.newest == noEntry && info.oldest == noEntry) {
         return entries;
     }
+    // No more than the file can hold, whatever it says of itself.
+    const auto room = static_cast<std::size_t>(walk.file.size() / eventlog::entrySize);
+    entries.reserve(std::min({most, room, std::size_t{info.sa.Entries}}));
     std::uint32_t newer = noEntry;
     for (std::uint32_t number = info.newest; entries.size() < most;) {
         if (entries.size() >= info.maxUsed) {
