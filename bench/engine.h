@@ -3,7 +3,6 @@
 #pragma once
 
 #include <cstdint>
-#include <span>
 #include <string>
 #include <string_view>
 
@@ -36,8 +35,6 @@ extern const Engine sqliteJournalEngine; // the rollback journal, SQLite's defau
 extern const Engine sqliteWalEngine;
 extern const Engine lmdbEngine;
 extern const Engine leveldbEngine;
-
-[[nodiscard]] std::span<const Engine *const> engines();
 
 // Prints and exits unless `success`.
 void require(bool success, const char *what, std::string_view detail = {});

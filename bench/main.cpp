@@ -22,16 +22,13 @@ void require(bool success, const char *what, std::string_view detail) {
     }
 }
 
-std::span<const Engine *const> engines() {
-    static constexpr const Engine *all[] = {&limitEngine,     &storeEngine, &sqliteJournalEngine,
-                                            &sqliteWalEngine, &lmdbEngine,  &leveldbEngine};
-    return all;
-}
-
 namespace {
 
+constexpr const Engine *engines[] = {&limitEngine,     &storeEngine, &sqliteJournalEngine,
+                                     &sqliteWalEngine, &lmdbEngine,  &leveldbEngine};
+
 const Engine *engineOf(std::string_view name) {
-    for (const Engine *engine : engines()) {
+    for (const Engine *engine : engines) {
         if (name == engine->name) {
             return engine;
         }

@@ -6,9 +6,8 @@
 //   3. The transaction cache is a list from slot 0, ended by a slot whose EntryId is noEntry.
 //   4. The read cache holds records as they are in the file, never ones that wait for a commit.
 //   5. Unless fileEnabled, there is no file, no lock and no entry.
-//   6. Unless commitWaits, the info record in the file is not flagged. While one waits, the slots
-//   of
-//      the transaction log area stay as they are: they may be all that is left of its records.
+//   6. Unless commitWaits, the info record in the file is not flagged. While a commit waits, the
+//      transaction log area stays as it is: it may be all that is left of the changed records.
 #pragma once
 
 #include <array>

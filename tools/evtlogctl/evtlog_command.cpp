@@ -22,7 +22,7 @@ constexpr std::string_view commandWord = "evtlog";
 // The library goes on with the scan of the line that is begun here, so the line must stay.
 void runLine(const std::string &words) {
     std::string line = words;
-    // cppcheck-suppress strtokCalled
+    // cppcheck-suppress strtokCalled ; the library's interface goes on with its scan
     (void)std::strtok(line.data(), " \t");
     zuSaHpiProcessEventLogCommand(reinterpret_cast<zuSaHpiHandleT>(stdout));
     flushAll(stdout, standardOutput);

@@ -84,9 +84,6 @@ constexpr std::string_view unknownSource = "-";
 }
 
 [[nodiscard]] std::string stateNames(SaHpiEventStateT states, SaHpiEventCategoryT category) {
-    if (states == SAHPI_ES_UNSPECIFIED) {
-        return "unspecified state";
-    }
     const std::uint32_t key = stateKey(category);
     std::string names;
     for (std::uint32_t bit = 1; bit <= SAHPI_ALL_EVENT_STATES; bit <<= 1) {
