@@ -1,5 +1,7 @@
 # The library: one set of object files, from which the shared and the static library are made.
 
+include(CheckLinkerFlag)
+
 add_library(zuSaHpi_util_objects OBJECT)
 set_target_properties(zuSaHpi_util_objects PROPERTIES POSITION_INDEPENDENT_CODE ON)
 target_include_directories(
@@ -20,6 +22,11 @@ add_library(zuSaHpi_util SHARED $<TARGET_OBJECTS:zuSaHpi_util_objects>)
 target_include_directories(zuSaHpi_util INTERFACE ${PROJECT_SOURCE_DIR}/include)
 target_link_libraries(zuSaHpi_util PRIVATE zusahpi_library)
 target_link_options(zuSaHpi_util PRIVATE -static-libgcc -Wl,--version-script=${exports})
+# The tables of names are full of addresses; packed, their relocations are a tenth of the size.
+check_linker_flag(C -Wl,-z,pack-relative-relocs HAVE_PACKED_RELOCATIONS)
+if(HAVE_PACKED_RELOCATIONS)
+  target_link_options(zuSaHpi_util PRIVATE -Wl,-z,pack-relative-relocs)
+endif()
 set_target_properties(
   zuSaHpi_util
   PROPERTIES LINKER_LANGUAGE C
