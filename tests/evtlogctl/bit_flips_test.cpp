@@ -22,13 +22,13 @@
 #include "eventlog/log_format.h"
 #include "eventlog/store_state.h"
 #include "mainlib/default_mainlib.h"
+#include "tests/evtlogctl/listed_log.h"
 #include "tests/evtlogctl/sample_logs.h"
 #include "tests/support/child.h"
 #include "tests/support/files.h"
 #include "tools/evtlogctl/failure.h"
 #include "tools/evtlogctl/log_check.h"
 #include "tools/evtlogctl/log_line.h"
-#include "tools/evtlogctl/log_reader.h"
 
 namespace {
 
@@ -240,7 +240,7 @@ void print(const std::string &path, std::FILE *out, Form form) {
 
 void list(const std::string &path) {
     try {
-        for (const EventLogEntryRecord &entry : evtlogctl::readLog(path).entries) {
+        for (const EventLogEntryRecord &entry : listed_log::list(path).entries) {
             const std::string line = evtlogctl::logLine(entry);
             EXPECT_EQ(line.find('\n'), std::string::npos);
         }

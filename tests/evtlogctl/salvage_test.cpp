@@ -10,11 +10,11 @@
 #include <gtest/gtest.h>
 
 #include "eventlog/log_format.h"
+#include "tests/evtlogctl/listed_log.h"
 #include "tests/evtlogctl/program.h"
 #include "tests/evtlogctl/sample_logs.h"
 #include "tests/support/child.h"
 #include "tests/support/files.h"
-#include "tools/evtlogctl/log_reader.h"
 
 namespace {
 
@@ -70,7 +70,7 @@ class Salvage : public testing::Test {
         const Result check = program::run({"check", saved});
         EXPECT_NE(check.exitStatus, 3) << check.output;
         EXPECT_EQ(program::run({"list", saved}).exitStatus, 0);
-        const evtlogctl::Snapshot log = evtlogctl::readLog(saved);
+        const listed_log::Listed log = listed_log::list(saved);
         EXPECT_EQ(log.damage, "");
         EXPECT_EQ(log.entries.size(), numbers.size());
         EXPECT_EQ(filesInFolder(), 2); // no temporary one is left

@@ -48,7 +48,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         }
     }
     if (log.readable && log.findings.damages == 0) {
-        fuzz::require(readLog(path).damage.empty(), "a log without damage is listed whole");
+        fuzz::require(readLog(LogFile(path)).damage.empty(),
+                      "a log without damage is listed whole");
     }
     if (log.readable && log.info.type < fuzz::logTypes) {
         const EventLogInfoRecord &info = log.info;

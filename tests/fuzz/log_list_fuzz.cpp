@@ -23,18 +23,20 @@ using namespace zusahpi;
     return true;
 }
 
-void requireListable(const evtlogctl::Snapshot &log) {
+void requireListable(const evtlogctl::LogFile &file, const evtlogctl::Snapshot &log) {
     fuzz::require(isPrintable(log.damage), "what is wrong is told in printable text");
     fuzz::require(!log.damage.empty() || log.entries.size() == log.info.sa.Entries,
                   "a sound log has the entries that it counts");
-    for (const EventLogEntryRecord &entry : log.entries) {
-        fuzz::require(isPrintable(evtlogctl::logLine(entry)), "an entry is a line");
-        if (const auto record = sel::importedRecord(entry)) {
+    evtlogctl::SnapshotReader entries(file, log);
+    while (const EventLogEntryRecord *const entry = entries.next()) {
+        fuzz::require(isPrintable(evtlogctl::logLine(*entry)), "an entry is a line");
+        if (const auto record = sel::importedRecord(*entry)) {
             const EventLogAddRecord again = sel::toEvent(*record, {});
-            fuzz::require(again.event.EventType == entry.entry.Event.EventType,
+            fuzz::require(again.event.EventType == entry->entry.Event.EventType,
                           "what was made from a record is made from it again");
         }
     }
+    fuzz::require(entries.overwritten() == 0, "what is at rest is read twice alike");
 }
 
 } // namespace
@@ -42,9 +44,10 @@ void requireListable(const evtlogctl::Snapshot &log) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
     const std::string path = "/proc/self/fd/" + std::to_string(fuzz::memoryFile({data, size}));
     try {
-        const evtlogctl::Snapshot log = evtlogctl::readLog(path);
-        requireListable(log);
-        const evtlogctl::Snapshot newest = evtlogctl::readLog(path, 1);
+        const evtlogctl::LogFile file(path);
+        const evtlogctl::Snapshot log = evtlogctl::readLog(file);
+        requireListable(file, log);
+        const evtlogctl::Snapshot newest = evtlogctl::readLog(file, 1);
         fuzz::require(newest.entries.size() <= 1, "no more entries than were asked for");
         fuzz::require(log.entries.empty() == newest.entries.empty() || !newest.damage.empty() ||
                           !log.damage.empty(),

@@ -30,12 +30,13 @@ void writeRecords(const std::string &file, const std::string &bytes) {
 } // namespace
 
 Status exportRecords(const Settings &settings, const std::string &file) {
-    const std::string path = existingLog(settings);
-    const Snapshot log = readLog(path);
+    const LogFile logFile(existingLog(settings));
+    const Snapshot log = readLog(logFile);
+    SnapshotReader entries(logFile, log);
     std::string bytes;
     std::size_t others = 0;
-    for (const EventLogEntryRecord &entry : log.entries) {
-        if (const auto record = sel::importedRecord(entry)) {
+    while (const EventLogEntryRecord *const entry = entries.next()) {
+        if (const auto record = sel::importedRecord(*entry)) {
             bytes.append(record->bytes.begin(), record->bytes.end());
         } else {
             ++others;
@@ -44,14 +45,9 @@ Status exportRecords(const Settings &settings, const std::string &file) {
     writeRecords(file, bytes);
     if (others > 0) {
         complain(fmt::format("{}: {} entries were not imported from SEL records and are left out",
-                             path, others));
+                             logFile.path(), others));
     }
-    if (!log.damage.empty()) {
-        complain(fmt::format("{} is damaged: {}; only the entries after that were exported", path,
-                             log.damage));
-        return Status::damaged;
-    }
-    return Status::done;
+    return reportReading(logFile, log, entries, "were exported");
 }
 
 } // namespace zusahpi::evtlogctl

@@ -28,15 +28,17 @@ using Known = std::map<sel::Record, std::size_t>;
     if (setup.block->fileEnabled == 0) {
         return known;
     }
-    const Snapshot log = readLog(setup.path);
+    const LogFile file(setup.path);
+    const Snapshot log = readLog(file);
     if (!log.damage.empty()) {
         fail(Status::damaged,
              "{} is damaged ({}), so it cannot be told which records it holds; add them all with "
              "--all",
              setup.path, log.damage);
     }
-    for (const EventLogEntryRecord &entry : log.entries) {
-        if (const auto record = sel::importedRecord(entry)) {
+    SnapshotReader entries(file, log);
+    while (const EventLogEntryRecord *const entry = entries.next()) {
+        if (const auto record = sel::importedRecord(*entry)) {
             ++known[*record];
         }
     }

@@ -11,6 +11,8 @@
 namespace zusahpi::evtlogctl {
 namespace {
 
+constexpr std::size_t enoughToWrite = 32768; // bytes
+
 void printWhole(const EventLogEntryRecord &entry) {
     const auto out = reinterpret_cast<zuSaHpiHandleT>(stdout);
     zuSaHpiPrintEventLogEntry(out, &entry.entry, "");
@@ -26,27 +28,27 @@ void printWhole(const EventLogEntryRecord &entry) {
 
 } // namespace
 
-Status listEntries(const Settings &settings, const std::string &file, std::size_t newest,
+Status listEntries(const Settings &settings, const std::string &name, std::size_t newest,
                    ListForm form) {
-    const std::string path = logToRead(settings, file);
-    const Snapshot log = readLog(path, newest);
-    std::string line;
-    for (const EventLogEntryRecord &entry : log.entries) {
+    const LogFile file(logToRead(settings, name));
+    const Snapshot log = readLog(file, newest);
+    SnapshotReader entries(file, log);
+    std::string lines;
+    while (const EventLogEntryRecord *const entry = entries.next()) {
         if (form == ListForm::verbose) {
-            printWhole(entry);
-        } else {
-            line = logLine(entry);
-            line += '\n';
-            writeAll(stdout, line, standardOutput);
+            printWhole(*entry);
+            continue;
+        }
+        appendLogLine(lines, *entry);
+        lines += '\n';
+        if (lines.size() >= enoughToWrite) {
+            writeAll(stdout, lines, standardOutput);
+            lines.clear();
         }
     }
+    writeAll(stdout, lines, standardOutput);
     flushAll(stdout, standardOutput);
-    if (!log.damage.empty()) {
-        complain(fmt::format("{} is damaged: {}; only the entries after that are listed", path,
-                             log.damage));
-        return Status::damaged;
-    }
-    return Status::done;
+    return reportReading(file, log, entries, "are listed");
 }
 
 } // namespace zusahpi::evtlogctl

@@ -27,9 +27,15 @@ LogFile::~LogFile() {
 }
 
 bool LogFile::read(off_t offset, void *to, std::size_t count) const {
-    auto *bytes = static_cast<char *>(to);
-    while (count > 0) {
-        const ssize_t got = pread(descriptor_, bytes, count, offset);
+    return readUpTo(offset, to, count) == count;
+}
+
+std::size_t LogFile::readUpTo(off_t offset, void *to, std::size_t count) const {
+    auto *const bytes = static_cast<char *>(to);
+    std::size_t done = 0;
+    while (done < count) {
+        const ssize_t got =
+            pread(descriptor_, bytes + done, count - done, offset + static_cast<off_t>(done));
         if (got < 0 && errno == EINTR) {
             continue;
         }
@@ -38,13 +44,11 @@ bool LogFile::read(off_t offset, void *to, std::size_t count) const {
                  systemError());
         }
         if (got == 0) {
-            return false;
+            break;
         }
-        bytes += got;
-        offset += got;
-        count -= static_cast<std::size_t>(got);
+        done += static_cast<std::size_t>(got);
     }
-    return true;
+    return done;
 }
 
 struct stat LogFile::status() const {

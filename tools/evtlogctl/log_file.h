@@ -26,6 +26,9 @@ class LogFile {
     // Reads `count` bytes; false when the file ends before.
     [[nodiscard]] bool read(off_t offset, void *to, std::size_t count) const;
 
+    // Reads `count` bytes, or as many as the file has there. Returns how many.
+    [[nodiscard]] std::size_t readUpTo(off_t offset, void *to, std::size_t count) const;
+
     [[nodiscard]] off_t size() const;
 
     // Also throws when it is no regular file.

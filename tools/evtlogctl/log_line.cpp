@@ -4,10 +4,15 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
+#include <iterator>
+#include <limits>
 #include <optional>
 #include <string_view>
+#include <type_traits>
 #include <unordered_map>
 
+#include <fmt/compile.h>
 #include <fmt/format.h>
 
 #include "constants/type_ids.h"
@@ -21,31 +26,55 @@ namespace {
 
 constexpr std::string_view unknownSource = "-";
 
-// The display form of a constant's name, or its number. The entries of a log have few names among
-// them, so each is looked up once; `prefix` is always the same for a key.
-[[nodiscard]] std::string nameOf(std::uint32_t value, std::uint32_t key, const char *prefix) {
+template <typename... Values>
+void append(std::string &text, const Values &...values) {
+    const auto one = [&text](const auto &value) {
+        if constexpr (std::is_integral_v<std::remove_cvref_t<decltype(value)>>) {
+            const fmt::format_int digits(value);
+            text.append(digits.data(), digits.size());
+        } else {
+            text.append(std::string_view(value));
+        }
+    };
+    (one(values), ...);
+}
+
+// The display form of a constant's name, or its number, valid until the next call. The entries of a
+// log have few names among them, so each is looked up once; `prefix` is always the same for a key.
+[[nodiscard]] std::string_view nameOf(std::uint32_t value, std::uint32_t key, const char *prefix) {
     constexpr std::size_t most = 1000; // damaged entries may hold any number
     static std::unordered_map<std::uint64_t, std::string> names;
+    static std::array<char, 50> buffer{};
     const std::uint64_t place = std::uint64_t{key} << 32 | value;
     const auto known = names.find(place);
     if (known != names.end()) {
         return known->second;
     }
-    std::array<char, 50> buffer{};
     const char *name = zuSaHpiValueString(value, 0, key, prefix, buffer.data(),
                                           static_cast<std::uint32_t>(buffer.size()));
     if (names.size() < most) {
-        names.emplace(place, name);
+        return names.emplace(place, name).first->second;
     }
     return name;
 }
 
-[[nodiscard]] std::string hexBytes(const unsigned char *bytes, std::size_t count) {
-    std::string text;
+void appendHexBytes(std::string &text, const unsigned char *bytes, std::size_t count) {
+    constexpr std::string_view digits = "0123456789ABCDEF";
     for (std::size_t i = 0; i < count; ++i) {
-        text += fmt::format("{}{:02X}", i == 0 ? "" : " ", bytes[i]);
+        if (i > 0) {
+            text += ' ';
+        }
+        text += digits[bytes[i] >> 4];
+        text += digits[bytes[i] & 0x0F];
     }
-    return text;
+}
+
+void appendPrintable(std::string &text, const unsigned char *from, std::size_t length) {
+    const std::size_t before = text.size();
+    text.append(from, from + length);
+    std::replace_if(
+        text.begin() + static_cast<std::ptrdiff_t>(before), text.end(),
+        [](char letter) { return letter < 0x20 || letter > 0x7E; }, '.');
 }
 
 [[nodiscard]] bool isText(const SaHpiTextBufferT &buffer) {
@@ -53,89 +82,125 @@ constexpr std::string_view unknownSource = "-";
            buffer.DataType == SAHPI_TL_TYPE_TEXT;
 }
 
-[[nodiscard]] std::string textOf(const SaHpiTextBufferT &buffer) {
-    return isText(buffer) ? printable(buffer.Data, buffer.DataLength)
-                          : hexBytes(buffer.Data, buffer.DataLength);
+void appendText(std::string &text, const SaHpiTextBufferT &buffer) {
+    if (isText(buffer)) {
+        appendPrintable(text, buffer.Data, buffer.DataLength);
+    } else {
+        appendHexBytes(text, buffer.Data, buffer.DataLength);
+    }
 }
 
 // The tag of the resource when the entry has one, its number otherwise.
-[[nodiscard]] std::string sourceOf(const EventLogEntryRecord &entry) {
+void appendSource(std::string &text, const EventLogEntryRecord &entry) {
     const SaHpiTextBufferT &tag = entry.rpt.ResourceTag;
-    if (entry.rpt.ResourceCapabilities != 0 && isText(tag) && tag.DataLength > 0) {
-        return textOf(tag);
-    }
     const SaHpiResourceIdT source = entry.entry.Event.Source;
-    return source == SAHPI_UNSPECIFIED_RESOURCE_ID ? std::string(unknownSource)
-                                                   : fmt::format("resource {}", source);
-}
-
-// The id string of the instrument when the entry has one.
-[[nodiscard]] std::string instrumentOf(const EventLogEntryRecord &entry,
-                                       const std::string &otherwise) {
-    const SaHpiTextBufferT &id = entry.rdr.IdString;
-    return entry.rdr.RdrType != SAHPI_NO_RECORD && isText(id) && id.DataLength > 0 ? textOf(id)
-                                                                                   : otherwise;
-}
-
-[[nodiscard]] std::uint32_t stateKey(SaHpiEventCategoryT category) {
-    return zuSaHpiCheckSubType(type_id::eventState, category) != 0
-               ? typeKey(category, type_id::eventState)
-               : type_id::eventState;
-}
-
-[[nodiscard]] std::string stateNames(SaHpiEventStateT states, SaHpiEventCategoryT category) {
-    const std::uint32_t key = stateKey(category);
-    std::string names;
-    for (std::uint32_t bit = 1; bit <= SAHPI_ALL_EVENT_STATES; bit <<= 1) {
-        if ((states & bit) != 0) {
-            names += names.empty() ? "" : " + ";
-            names += nameOf(bit, key, "SAHPI_ES_");
-        }
+    if (entry.rpt.ResourceCapabilities != 0 && isText(tag) && tag.DataLength > 0) {
+        appendText(text, tag);
+    } else if (source == SAHPI_UNSPECIFIED_RESOURCE_ID) {
+        text += unknownSource;
+    } else {
+        append(text, "resource ", source);
     }
-    return names.empty() ? "unspecified state" : names;
 }
 
-[[nodiscard]] std::string readingText(const SaHpiSensorReadingT &reading) {
+// The id string of the instrument; false when the entry has none.
+[[nodiscard]] bool appendedIdString(std::string &text, const EventLogEntryRecord &entry) {
+    const SaHpiTextBufferT &id = entry.rdr.IdString;
+    if (entry.rdr.RdrType == SAHPI_NO_RECORD || !isText(id) || id.DataLength == 0) {
+        return false;
+    }
+    appendText(text, id);
+    return true;
+}
+
+void appendSensor(std::string &text, const EventLogEntryRecord &entry, SaHpiSensorTypeT type,
+                  SaHpiSensorNumT number) {
+    if (!appendedIdString(text, entry)) {
+        append(text, nameOf(type, type_id::sensorType, "SAHPI_"), " sensor ", number);
+    }
+    text += ": ";
+}
+
+// The registry has names of their own for the states of some categories.
+[[nodiscard]] std::uint32_t stateKey(SaHpiEventCategoryT category) {
+    using Keys = std::array<std::uint32_t, std::numeric_limits<SaHpiEventCategoryT>::max() + 1>;
+    static const Keys keys = [] {
+        Keys result{};
+        for (std::uint32_t each = 0; each < result.size(); ++each) {
+            result[each] = zuSaHpiCheckSubType(type_id::eventState, each) != 0
+                               ? typeKey(each, type_id::eventState)
+                               : type_id::eventState;
+        }
+        return result;
+    }();
+    return keys[category];
+}
+
+void appendStates(std::string &text, SaHpiEventStateT states, SaHpiEventCategoryT category) {
+    const std::uint32_t key = stateKey(category);
+    std::string_view gap;
+    for (std::uint32_t rest = states & SAHPI_ALL_EVENT_STATES; rest != 0; rest &= rest - 1) {
+        append(text, gap, nameOf(1U << std::countr_zero(rest), key, "SAHPI_ES_"));
+        gap = " + ";
+    }
+    if (gap.empty()) {
+        text += "unspecified state";
+    }
+}
+
+void appendReading(std::string &text, const SaHpiSensorReadingT &reading) {
     if (reading.IsSupported == SAHPI_FALSE) {
-        return "none";
+        text += "none";
+        return;
     }
     switch (reading.Type) {
     case SAHPI_SENSOR_READING_TYPE_INT64:
-        return fmt::format("{}", static_cast<std::int64_t>(reading.Value.SensorInt64));
+        append(text, static_cast<std::int64_t>(reading.Value.SensorInt64));
+        break;
     case SAHPI_SENSOR_READING_TYPE_UINT64:
-        return fmt::format("{}", static_cast<std::uint64_t>(reading.Value.SensorUint64));
+        append(text, static_cast<std::uint64_t>(reading.Value.SensorUint64));
+        break;
     case SAHPI_SENSOR_READING_TYPE_FLOAT64:
-        return fmt::format("{:g}", static_cast<double>(reading.Value.SensorFloat64));
+        fmt::format_to(std::back_inserter(text), FMT_COMPILE("{:g}"),
+                       static_cast<double>(reading.Value.SensorFloat64));
+        break;
     case SAHPI_SENSOR_READING_TYPE_BUFFER:
-        return hexBytes(reading.Value.SensorBuffer, sizeof reading.Value.SensorBuffer);
+        appendHexBytes(text, reading.Value.SensorBuffer, sizeof reading.Value.SensorBuffer);
+        break;
     default:
-        return fmt::format("of type {}", static_cast<std::uint32_t>(reading.Type));
+        append(text, "of type ", static_cast<std::uint32_t>(reading.Type));
     }
 }
 
 // The record that an imported entry was made from knows its state by name where the HPI standard
 // has only a number.
-[[nodiscard]] std::string sensorText(const EventLogEntryRecord &entry,
-                                     const std::optional<sel::Record> &record) {
+void appendSensorEvent(std::string &text, const EventLogEntryRecord &entry,
+                       const std::optional<sel::Record> &record) {
     const SaHpiSensorEventT &event = entry.entry.Event.EventDataUnion.SensorEvent;
-    const std::string type = nameOf(event.SensorType, type_id::sensorType, "SAHPI_");
+    appendSensor(text, entry, event.SensorType, event.SensorNum);
     const std::string_view special = record ? sel::eventText(*record) : std::string_view{};
-    std::string text = fmt::format(
-        "{}: {} {}", instrumentOf(entry, fmt::format("{} sensor {}", type, event.SensorNum)),
-        special.empty() ? stateNames(event.EventState, event.EventCategory) : std::string(special),
-        event.Assertion != SAHPI_FALSE ? "asserted" : "deasserted");
+    if (special.empty()) {
+        appendStates(text, event.EventState, event.EventCategory);
+    } else {
+        text += special;
+    }
+    text += event.Assertion != SAHPI_FALSE ? " asserted" : " deasserted";
     const unsigned present = event.OptionalDataPresent;
     if ((present & SAHPI_SOD_TRIGGER_READING) != 0) {
-        text += ", reading " + readingText(event.TriggerReading);
+        text += ", reading ";
+        appendReading(text, event.TriggerReading);
     }
     if ((present & SAHPI_SOD_TRIGGER_THRESHOLD) != 0) {
-        text += ", threshold " + readingText(event.TriggerThreshold);
+        text += ", threshold ";
+        appendReading(text, event.TriggerThreshold);
     }
     if ((present & SAHPI_SOD_PREVIOUS_STATE) != 0) {
-        text += ", previously " + stateNames(event.PreviousState, event.EventCategory);
+        text += ", previously ";
+        appendStates(text, event.PreviousState, event.EventCategory);
     }
     if ((present & SAHPI_SOD_CURRENT_STATE) != 0) {
-        text += ", currently " + stateNames(event.CurrentState, event.EventCategory);
+        text += ", currently ";
+        appendStates(text, event.CurrentState, event.EventCategory);
     }
     if ((present & SAHPI_SOD_OEM) != 0) {
         text += fmt::format(", OEM data 0x{:04X}", event.Oem);
@@ -143,98 +208,114 @@ constexpr std::string_view unknownSource = "-";
     if ((present & SAHPI_SOD_SENSOR_SPECIFIC) != 0) {
         text += fmt::format(", sensor data 0x{:04X}", event.SensorSpecific);
     }
-    return text;
 }
 
-[[nodiscard]] std::string enableChangeText(const EventLogEntryRecord &entry) {
+void appendEnableChange(std::string &text, const EventLogEntryRecord &entry) {
     const auto &event = entry.entry.Event.EventDataUnion.SensorEnableChangeEvent;
-    const std::string type = nameOf(event.SensorType, type_id::sensorType, "SAHPI_");
-    return fmt::format("{}: sensor {}, events {}",
-                       instrumentOf(entry, fmt::format("{} sensor {}", type, event.SensorNum)),
-                       event.SensorEnable != SAHPI_FALSE ? "enabled" : "disabled",
-                       event.SensorEventEnable != SAHPI_FALSE ? "enabled" : "disabled");
+    appendSensor(text, entry, event.SensorType, event.SensorNum);
+    append(text, "sensor ", event.SensorEnable != SAHPI_FALSE ? "enabled" : "disabled", ", events ",
+           event.SensorEventEnable != SAHPI_FALSE ? "enabled" : "disabled");
 }
 
-[[nodiscard]] std::string watchdogText(const EventLogEntryRecord &entry,
-                                       const std::optional<sel::Record> &record) {
+void appendWatchdogEvent(std::string &text, const EventLogEntryRecord &entry,
+                         const std::optional<sel::Record> &record) {
     const SaHpiWatchdogEventT &event = entry.entry.Event.EventDataUnion.WatchdogEvent;
-    std::string text = fmt::format(
-        "{}: action {}", instrumentOf(entry, fmt::format("Watchdog {}", event.WatchdogNum)),
-        nameOf(event.WatchdogAction, type_id::watchdogActionEvent, "SAHPI_WAE_"));
+    if (!appendedIdString(text, entry)) {
+        append(text, "Watchdog ", event.WatchdogNum);
+    }
+    append(text, ": action ",
+           nameOf(event.WatchdogAction, type_id::watchdogActionEvent, "SAHPI_WAE_"));
     if (record) {
         text += sel::isDeassertion(*record) ? " deasserted" : " asserted";
     }
-    return text + fmt::format(", pre-timer interrupt {}, use {}",
-                              nameOf(event.WatchdogPreTimerAction,
-                                     type_id::watchdogPretimerInterrupt, "SAHPI_WPI_"),
-                              nameOf(event.WatchdogUse, type_id::watchdogTimerUse, "SAHPI_WTU_"));
+    append(text, ", pre-timer interrupt ",
+           nameOf(event.WatchdogPreTimerAction, type_id::watchdogPretimerInterrupt, "SAHPI_WPI_"));
+    append(text, ", use ", nameOf(event.WatchdogUse, type_id::watchdogTimerUse, "SAHPI_WTU_"));
 }
 
 // A piece of text whose unused end is filled with zeros.
-[[nodiscard]] std::string recordText(const sel::Record &record) {
+void appendRecordText(std::string &text, const sel::Record &record) {
     const auto begin = record.bytes.begin() + sel::offset::oemText;
     const auto end = std::find(begin, record.bytes.end(), std::uint8_t{0});
-    return printable(&*begin, static_cast<std::size_t>(end - begin));
+    appendPrintable(text, &*begin, static_cast<std::size_t>(end - begin));
 }
 
-[[nodiscard]] std::string oemRecordText(const sel::Record &record, SaHpiManufacturerIdT maker) {
+void appendOemRecord(std::string &text, const sel::Record &record, SaHpiManufacturerIdT maker) {
     const unsigned type = record.bytes[sel::offset::type];
+    text += fmt::format("OEM record {:02X}h", type);
     if (type == sel::textRecord) {
-        return fmt::format("OEM record {:02X}h: \"{}\"", type, recordText(record));
+        text += ": \"";
+        appendRecordText(text, record);
+        text += '"';
+        return;
     }
     const bool timed = sel::kindOf(record) == sel::Kind::timedOem;
     const std::size_t begin = timed ? sel::offset::oemData : sel::offset::untimedOemData;
-    return fmt::format("OEM record {:02X}h{}: {}", type,
-                       timed ? fmt::format(", manufacturer 0x{:06X}", maker) : std::string(),
-                       hexBytes(&record.bytes[begin], record.bytes.size() - begin));
+    if (timed) {
+        text += fmt::format(", manufacturer 0x{:06X}", maker);
+    }
+    text += ": ";
+    appendHexBytes(text, &record.bytes[begin], record.bytes.size() - begin);
 }
 
-[[nodiscard]] std::string oemText(const SaHpiOemEventT &event,
-                                  const std::optional<sel::Record> &record) {
-    return record ? oemRecordText(*record, event.MId)
-                  : fmt::format("OEM event, manufacturer 0x{:06X}: {}", event.MId,
-                                textOf(event.OemEventData));
+void appendOemEvent(std::string &text, const SaHpiOemEventT &event,
+                    const std::optional<sel::Record> &record) {
+    if (record) {
+        appendOemRecord(text, *record, event.MId);
+        return;
+    }
+    text += fmt::format("OEM event, manufacturer 0x{:06X}: ", event.MId);
+    appendText(text, event.OemEventData);
 }
 
-[[nodiscard]] std::string softwareText(const SaHpiHpiSwEventT &event) {
-    return fmt::format("HPI software, manufacturer 0x{:06X}: {}: {}", event.MId,
-                       nameOf(event.Type, type_id::swEventType, "SAHPI_HPIE_"),
-                       textOf(event.EventData));
+void appendSoftwareEvent(std::string &text, const SaHpiHpiSwEventT &event) {
+    text += fmt::format("HPI software, manufacturer 0x{:06X}: ", event.MId);
+    append(text, nameOf(event.Type, type_id::swEventType, "SAHPI_HPIE_"), ": ");
+    appendText(text, event.EventData);
 }
 
-[[nodiscard]] std::string hotSwapText(const SaHpiHotSwapEventT &event) {
-    return fmt::format("Hot swap: {}, previously {}",
-                       nameOf(event.HotSwapState, type_id::hsState, "SAHPI_HS_STATE_"),
-                       nameOf(event.PreviousHotSwapState, type_id::hsState, "SAHPI_HS_STATE_"));
+void appendHotSwapEvent(std::string &text, const SaHpiHotSwapEventT &event) {
+    append(text, "Hot swap: ", nameOf(event.HotSwapState, type_id::hsState, "SAHPI_HS_STATE_"));
+    append(text, ", previously ",
+           nameOf(event.PreviousHotSwapState, type_id::hsState, "SAHPI_HS_STATE_"));
 }
 
-[[nodiscard]] std::string eventText(const EventLogEntryRecord &entry) {
+void appendEvent(std::string &text, const EventLogEntryRecord &entry) {
     const SaHpiEventT &event = entry.entry.Event;
     const SaHpiEventUnionT &data = event.EventDataUnion;
-    const std::optional<sel::Record> record = sel::importedRecord(entry);
     switch (event.EventType) {
     case SAHPI_ET_RESOURCE:
-        return nameOf(data.ResourceEvent.ResourceEventType, type_id::resourceEventType,
-                      "SAHPI_RESE_");
+        append(text, nameOf(data.ResourceEvent.ResourceEventType, type_id::resourceEventType,
+                            "SAHPI_RESE_"));
+        break;
     case SAHPI_ET_DOMAIN:
-        return fmt::format("Domain {} reference {}", data.DomainEvent.DomainId,
-                           data.DomainEvent.Type == SAHPI_DOMAIN_REF_ADDED ? "added" : "removed");
+        append(text, "Domain ", data.DomainEvent.DomainId, " reference ",
+               data.DomainEvent.Type == SAHPI_DOMAIN_REF_ADDED ? "added" : "removed");
+        break;
     case SAHPI_ET_SENSOR:
-        return sensorText(entry, record);
+        appendSensorEvent(text, entry, sel::importedRecord(entry));
+        break;
     case SAHPI_ET_SENSOR_ENABLE_CHANGE:
-        return enableChangeText(entry);
+        appendEnableChange(text, entry);
+        break;
     case SAHPI_ET_HOTSWAP:
-        return hotSwapText(data.HotSwapEvent);
+        appendHotSwapEvent(text, data.HotSwapEvent);
+        break;
     case SAHPI_ET_WATCHDOG:
-        return watchdogText(entry, record);
+        appendWatchdogEvent(text, entry, sel::importedRecord(entry));
+        break;
     case SAHPI_ET_HPI_SW:
-        return softwareText(data.HpiSwEvent);
+        appendSoftwareEvent(text, data.HpiSwEvent);
+        break;
     case SAHPI_ET_OEM:
-        return oemText(data.OemEvent, record);
+        appendOemEvent(text, data.OemEvent, sel::importedRecord(entry));
+        break;
     case SAHPI_ET_USER:
-        return "User: " + textOf(data.UserEvent.UserEventData);
+        text += "User: ";
+        appendText(text, data.UserEvent.UserEventData);
+        break;
     default:
-        return fmt::format("event of unknown type {}", static_cast<std::uint32_t>(event.EventType));
+        append(text, "event of unknown type ", static_cast<std::uint32_t>(event.EventType));
     }
 }
 
@@ -244,19 +325,18 @@ constexpr std::size_t timeWidth = 24;
 constexpr std::size_t severityWidth = 13;
 constexpr std::size_t sourceWidth = 15;
 
-void putColumn(std::string &line, std::string_view text, std::size_t width) {
-    line += text;
-    line.append(text.size() < width ? width - text.size() : 0, ' ');
-    line += columnGap;
+// Fills the column that begins at `begin` up to its width.
+void endColumn(std::string &text, std::size_t begin, std::size_t width) {
+    const std::size_t used = text.size() - begin;
+    text.append(used < width ? width - used : 0, ' ');
+    text += columnGap;
 }
 
 } // namespace
 
 std::string printable(const unsigned char *text, std::size_t length) {
-    std::string result(text, text + length);
-    std::replace_if(
-        result.begin(), result.end(), [](char letter) { return letter < 0x20 || letter > 0x7E; },
-        '.');
+    std::string result;
+    appendPrintable(result, text, length);
     return result;
 }
 
@@ -274,18 +354,29 @@ std::string timeText(SaHpiTimeT time) {
                  : text.erase(point + 1 + milliseconds, digits - milliseconds);
 }
 
-std::string logLine(const EventLogEntryRecord &entry) {
+void appendLogLine(std::string &text, const EventLogEntryRecord &entry) {
     const SaHpiEventT &event = entry.entry.Event;
     const bool timed = event.Timestamp != SAHPI_TIME_UNSPECIFIED;
-    const std::string number = fmt::format_int(entry.entry.EntryId).str();
-    std::string line(number.size() < numberWidth ? numberWidth - number.size() : 0, ' ');
-    line += number;
-    line += columnGap;
-    putColumn(line, timeText(timed ? event.Timestamp : entry.entry.Timestamp), timeWidth);
-    putColumn(line, sel::severityName(event.Severity), severityWidth);
-    putColumn(line, sourceOf(entry), sourceWidth);
-    line += eventText(entry);
-    line += timed ? "" : " (time of logging)";
+    const fmt::format_int number(entry.entry.EntryId);
+    text.append(number.size() < numberWidth ? numberWidth - number.size() : 0, ' ');
+    text.append(number.data(), number.size());
+    text += columnGap;
+    std::size_t column = text.size();
+    text += timeText(timed ? event.Timestamp : entry.entry.Timestamp);
+    endColumn(text, column, timeWidth);
+    column = text.size();
+    text += sel::severityName(event.Severity);
+    endColumn(text, column, severityWidth);
+    column = text.size();
+    appendSource(text, entry);
+    endColumn(text, column, sourceWidth);
+    appendEvent(text, entry);
+    text += timed ? "" : " (time of logging)";
+}
+
+std::string logLine(const EventLogEntryRecord &entry) {
+    std::string line;
+    appendLogLine(line, entry);
     return line;
 }
 

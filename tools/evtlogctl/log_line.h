@@ -12,6 +12,9 @@ namespace zusahpi::evtlogctl {
 //   entry id, time of the event, severity, source, what happened
 //
 // An event without a time shows when it was logged, and the line says so at its end.
+void appendLogLine(std::string &text, const EventLogEntryRecord &entry);
+
+// The same as a text of its own.
 [[nodiscard]] std::string logLine(const EventLogEntryRecord &entry);
 
 // A time to the millisecond, without a fraction when it has none.

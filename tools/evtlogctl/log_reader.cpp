@@ -5,12 +5,14 @@
 // contents changes the info record (its update time at least). Otherwise the reading is repeated.
 // When the log does not come to rest, a run of entries that two readings in a row found alike is
 // taken: all of these stood in the log between the two readings.
+//
+// A reading keeps an entry's number and fingerprint, so that the entries of a log of any size can
+// be read once more, each known to be the one that was found.
 #include "tools/evtlogctl/log_reader.h"
 
 #include <algorithm>
 #include <chrono>
 #include <cstddef>
-#include <optional>
 #include <thread>
 #include <unordered_map>
 #include <utility>
@@ -48,58 +50,43 @@ constexpr auto longestEffort = std::chrono::milliseconds{5000};
     return info;
 }
 
-// The records of an interrupted or running update, which replace those of the same number.
-using Overlay = std::vector<EventLogEntryRecord>;
-
-[[nodiscard]] Overlay readOverlay(const LogFile &file, const EventLogInfoRecord &info) {
-    Overlay overlay;
-    if (info.updating == 0) {
-        return overlay;
-    }
-    for (std::uint32_t slot = 0; slot < eventlog::transactionSlots; ++slot) {
-        EventLogEntryRecord record{};
-        if (!file.read(eventlog::slotOffset(slot), &record, sizeof record) ||
-            record.entry.EntryId == noEntry) {
-            break;
-        }
-        overlay.push_back(record);
-    }
-    return overlay;
-}
-
 // One pass from the newest entry back to the oldest.
 struct Walk {
-    const LogFile &file;
     const EventLogInfoRecord &info;
-    Overlay overlay;
+    EntryReader &reader;
+    std::vector<FoundEntry> found; // newest first
+    SaHpiTimeT newestTime = 0;     // when the first of them was logged
+    SaHpiTimeT oldestTime = 0;     // when the last of them was logged
     std::string damage;
 };
 
-[[nodiscard]] std::optional<EventLogEntryRecord> readEntry(Walk &walk, std::uint32_t number) {
+[[nodiscard]] const EventLogEntryRecord *readEntry(Walk &walk, std::uint32_t number) {
     if (number < 1 || number > walk.info.maxUsed) {
         walk.damage = fmt::format("entry {} is out of range", number);
-        return std::nullopt;
+        return nullptr;
     }
-    // Slots are replayed in their order, so the last one of a number counts.
-    const auto found =
-        std::find_if(walk.overlay.rbegin(), walk.overlay.rend(),
-                     [&](const auto &record) { return record.entry.EntryId == number; });
-    EventLogEntryRecord record{};
-    if (found != walk.overlay.rend()) {
-        record = *found;
-    } else if (!walk.file.read(eventlog::entryOffset(number), &record, sizeof record)) {
+    const EventLogEntryRecord *const record = walk.reader.at(number);
+    if (record == nullptr) {
         walk.damage = fmt::format("the file ends before entry {}", number);
-        return std::nullopt;
+        return nullptr;
     }
-    if (record.entry.EntryId != number) {
-        walk.damage = fmt::format("entry {} calls itself {}", number, record.entry.EntryId);
-        return std::nullopt;
+    if (record->entry.EntryId != number) {
+        walk.damage = fmt::format("entry {} calls itself {}", number, record->entry.EntryId);
+        return nullptr;
     }
-    if (record.deleted != 0) {
+    if (record->deleted != 0) {
         walk.damage = fmt::format("entry {} is marked deleted", number);
-        return std::nullopt;
+        return nullptr;
     }
     return record;
+}
+
+void take(Walk &walk, const EventLogEntryRecord &record) {
+    if (walk.found.empty()) {
+        walk.newestTime = record.entry.Timestamp;
+    }
+    walk.oldestTime = record.entry.Timestamp;
+    walk.found.push_back({record.entry.EntryId, fingerprint(record)});
 }
 
 // Of an entry that is not the oldest.
@@ -123,40 +110,35 @@ struct Walk {
                              newer);
 }
 
-// Newest first. In a Linked log each entry must name the one that the walk came from, so a chain
-// that runs in a circle ends the walk; in the other types each step takes the next lower number.
-[[nodiscard]] std::vector<EventLogEntryRecord> walkBack(Walk &walk, std::size_t most) {
+// In a Linked log each entry must name the one that the walk came from, so a chain that runs in a
+// circle ends the walk; in the other types each step takes the next lower number.
+void walkBack(Walk &walk, std::size_t most) {
     const EventLogInfoRecord &info = walk.info;
     const bool linked = eventlog::typeOf(info) == LogType::linked;
-    std::vector<EventLogEntryRecord> entries;
     if (info.newest == noEntry && info.oldest == noEntry) {
-        return entries;
+        return;
     }
-    // No more than the file can hold, whatever it says of itself.
-    const auto room = static_cast<std::size_t>(walk.file.size() / eventlog::entrySize);
-    entries.reserve(std::min({most, room, std::size_t{info.sa.Entries}}));
     std::uint32_t newer = noEntry;
-    for (std::uint32_t number = info.newest; entries.size() < most;) {
-        if (entries.size() >= info.maxUsed) {
+    for (std::uint32_t number = info.newest; walk.found.size() < most;) {
+        if (walk.found.size() >= info.maxUsed) {
             walk.damage = "the oldest entry is not reached";
             break;
         }
-        const auto record = readEntry(walk, number);
-        if (!record) {
+        const EventLogEntryRecord *const record = readEntry(walk, number);
+        if (record == nullptr) {
             break;
         }
         if (linked && record->next != newer) {
             walk.damage = contradiction(number, newer);
             break;
         }
-        entries.push_back(*record);
+        take(walk, *record);
         if (number == info.oldest) {
             break;
         }
         newer = number;
         number = olderThan(*record, info);
     }
-    return entries;
 }
 
 struct Reading {
@@ -167,46 +149,43 @@ struct Reading {
 // A full Circular log that wraps writes the new entry in the place of the oldest one before it
 // writes the info record. What then stands in the oldest place is younger than the newest entry.
 // (Where the log's time was set back that is so for good, and costs no more than time.)
-[[nodiscard]] bool overwritesOldest(const Snapshot &snapshot) {
-    const EventLogInfoRecord &info = snapshot.info;
-    return snapshot.damage.empty() && eventlog::typeOf(info) == LogType::circular &&
-           !snapshot.entries.empty() && info.sa.Entries == info.sa.Size &&
-           snapshot.entries.size() == info.sa.Entries &&
-           snapshot.entries.front().entry.Timestamp > snapshot.entries.back().entry.Timestamp;
+[[nodiscard]] bool overwritesOldest(const Walk &walk) {
+    const EventLogInfoRecord &info = walk.info;
+    return walk.damage.empty() && eventlog::typeOf(info) == LogType::circular &&
+           !walk.found.empty() && info.sa.Entries == info.sa.Size &&
+           walk.found.size() == info.sa.Entries && walk.oldestTime > walk.newestTime;
 }
 
 [[nodiscard]] Reading readOnce(const LogFile &file, std::size_t most) {
     Reading reading;
     Snapshot &snapshot = reading.snapshot;
     snapshot.info = readInfo(file);
-    Walk walk{file, snapshot.info, readOverlay(file, snapshot.info), {}};
-    snapshot.entries = walkBack(walk, most);
-    std::reverse(snapshot.entries.begin(), snapshot.entries.end());
+    snapshot.overlay = readOverlay(file, snapshot.info);
+    EntryReader reader(file, snapshot.overlay);
+    Walk walk{.info = snapshot.info, .reader = reader, .found = {}, .damage = {}};
+    walkBack(walk, most);
     const std::size_t counted = snapshot.info.sa.Entries;
-    if (walk.damage.empty() && snapshot.entries.size() != std::min(counted, most)) {
-        walk.damage = fmt::format("the log counts {} entries, but {} were found", counted,
-                                  snapshot.entries.size());
+    if (walk.damage.empty() && walk.found.size() != std::min(counted, most)) {
+        walk.damage =
+            fmt::format("the log counts {} entries, but {} were found", counted, walk.found.size());
     }
-    snapshot.damage = walk.damage;
-    reading.atRest = sameBytes(snapshot.info, readInfo(file)) && !overwritesOldest(snapshot);
+    reading.atRest = sameBytes(snapshot.info, readInfo(file)) && !overwritesOldest(walk);
+    std::reverse(walk.found.begin(), walk.found.end());
+    snapshot.entries = std::move(walk.found);
+    snapshot.damage = std::move(walk.damage);
     return reading;
-}
-
-// But for its links, which change when its neighbours do.
-[[nodiscard]] bool sameEntry(const EventLogEntryRecord &a, const EventLogEntryRecord &b) {
-    return sameBytes(a.entry, b.entry) && sameBytes(a.rpt, b.rpt) && sameBytes(a.rdr, b.rdr);
 }
 
 } // namespace
 
 Snapshot unchangedRun(const Snapshot &earlier, const Snapshot &later) {
-    std::unordered_map<std::uint32_t, const EventLogEntryRecord *> known;
-    for (const EventLogEntryRecord &entry : earlier.entries) {
-        known.emplace(entry.entry.EntryId, &entry);
+    std::unordered_map<std::uint32_t, std::uint64_t> known;
+    for (const FoundEntry &entry : earlier.entries) {
+        known.emplace(entry.number, entry.fingerprint);
     }
-    const auto unchanged = [&known](const EventLogEntryRecord &entry) {
-        const auto found = known.find(entry.entry.EntryId);
-        return found != known.end() && sameEntry(*found->second, entry);
+    const auto unchanged = [&known](const FoundEntry &entry) {
+        const auto found = known.find(entry.number);
+        return found != known.end() && found->second == entry.fingerprint;
     };
     const auto end = later.entries.end();
     auto best = std::pair(end, end);
@@ -217,11 +196,29 @@ Snapshot unchangedRun(const Snapshot &earlier, const Snapshot &later) {
         }
         begin = std::find_if(stop, end, unchanged);
     }
-    return {.info = later.info, .entries = {best.first, best.second}, .damage = {}};
+    return {.info = later.info,
+            .overlay = later.overlay,
+            .entries = {best.first, best.second},
+            .damage = {}};
 }
 
-Snapshot readLog(const std::string &path, std::size_t most) {
-    const LogFile file(path);
+SnapshotReader::SnapshotReader(const LogFile &file, const Snapshot &snapshot)
+    : snapshot_(snapshot), entries_(file, snapshot.overlay) {
+}
+
+const EventLogEntryRecord *SnapshotReader::next() {
+    while (at_ < snapshot_.entries.size()) {
+        const FoundEntry &wanted = snapshot_.entries[at_++];
+        const EventLogEntryRecord *const record = entries_.at(wanted.number);
+        if (record != nullptr && fingerprint(*record) == wanted.fingerprint) {
+            return record;
+        }
+        ++overwritten_;
+    }
+    return nullptr;
+}
+
+Snapshot readLog(const LogFile &file, std::size_t most) {
     const auto begin = std::chrono::steady_clock::now();
     auto pause = std::chrono::duration_cast<std::chrono::microseconds>(firstPause);
     Snapshot previous; // the last reading, once the log is known not to rest
@@ -247,11 +244,27 @@ Snapshot readLog(const std::string &path, std::size_t most) {
         }
         if (effort > longestEffort) {
             fail(Status::systemRefused, "{} changes too fast to be read; try again in a moment",
-                 path);
+                 file.path());
         }
         previous = std::move(snapshot);
         soundBefore = sound;
     }
+}
+
+Status reportReading(const LogFile &file, const Snapshot &snapshot, const SnapshotReader &reader,
+                     std::string_view done) {
+    if (reader.overwritten() > 0) {
+        complain(
+            fmt::format("{}: another program overwrote {} entries while the log was read; they "
+                        "are left out",
+                        file.path(), reader.overwritten()));
+    }
+    if (snapshot.damage.empty()) {
+        return Status::done;
+    }
+    complain(fmt::format("{} is damaged: {}; only the entries after that {}", file.path(),
+                         snapshot.damage, done));
+    return Status::damaged;
 }
 
 LogInfo readLogInfo(const std::string &path) {

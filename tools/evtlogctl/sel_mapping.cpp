@@ -138,16 +138,22 @@ void putResource(const Record &record, SaHpiEntryIdT utcOffset, SaHpiCapabilitie
     rpt.ResourceEntity.Entry[0].EntityType = SAHPI_ENT_ROOT;
     rpt.ResourceCapabilities = SAHPI_CAPABILITY_RESOURCE | instrument;
     rpt.ResourceSeverity = SAHPI_INFORMATIONAL;
-    putText(rpt.ResourceTag, generatorName(generator));
 }
 
 void putInstrument(const Record &record, SaHpiRdrTypeT type, SaHpiRdrT &rdr) {
     rdr.RecordId = recordId(record);
     rdr.RdrType = type;
     rdr.Entity.Entry[0].EntityType = SAHPI_ENT_ROOT;
-    putText(rdr.IdString,
-            fmt::format("{} 0x{:02X}", sensorTypeName(record.bytes[offset::sensorType]),
-                        record.bytes[offset::sensorNumber]));
+}
+
+// An OEM record does not say where it comes from.
+void nameSource(const Record &record, EventLogAddRecord &out) {
+    if (kindOf(record) == Kind::systemEvent) {
+        putText(out.rpt.ResourceTag, generatorName(littleEndian(record, offset::generator, 2)));
+        putText(out.rdr.IdString,
+                fmt::format("{} 0x{:02X}", sensorTypeName(record.bytes[offset::sensorType]),
+                            record.bytes[offset::sensorNumber]));
+    }
 }
 
 void mapSensor(const Record &record, const Change &change, EventLogAddRecord &out) {
@@ -241,9 +247,8 @@ void mapOem(const Record &record, const Mapping &mapping, EventLogAddRecord &out
                    .severities = &noSeverities};
 }
 
-} // namespace
-
-EventLogAddRecord toEvent(const Record &record, const Mapping &mapping) {
+// All but the names of the event's source.
+[[nodiscard]] EventLogAddRecord mapNameless(const Record &record, const Mapping &mapping) {
     EventLogAddRecord out;
     std::memset(&out, 0, sizeof out); // padding too: what reaches the disk is always the same
     if (kindOf(record) == Kind::systemEvent) {
@@ -254,13 +259,21 @@ EventLogAddRecord toEvent(const Record &record, const Mapping &mapping) {
     return out;
 }
 
+} // namespace
+
+EventLogAddRecord toEvent(const Record &record, const Mapping &mapping) {
+    EventLogAddRecord out = mapNameless(record, mapping);
+    nameSource(record, out);
+    return out;
+}
+
 std::optional<Record> importedRecord(const EventLogEntryRecord &entry) {
     const auto record = unpack(entry.entry.Event, entry.rpt, entry.rdr);
     const auto mapping = record ? mappingOf(entry, *record) : std::nullopt;
     if (!mapping) {
         return std::nullopt;
     }
-    EventLogAddRecord again = toEvent(*record, *mapping);
+    EventLogAddRecord again = mapNameless(*record, *mapping);
     again.event.Severity = entry.entry.Event.Severity;
     again.rpt.ResourceTag = entry.rpt.ResourceTag;
     again.rdr.IdString = entry.rdr.IdString;
