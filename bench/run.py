@@ -10,11 +10,13 @@ usage: bench/run.py BUILD_FOLDER [--folder DIR] [--rounds N] [--scale F] [--only
 """
 
 import argparse
+import calendar
 import collections
 import os
 import random
 import re
 import shutil
+import sqlite3
 import statistics
 import subprocess
 import tempfile
@@ -132,9 +134,9 @@ ADDS = [
 ]
 
 
-def counted_calls(bench, engine, workload, capacity, count, flags):
+def counted_calls(bench, engine, workload, capacity, count, folder, flags):
     log = bench.folder / "strace"
-    bench.task(engine, workload, capacity, count, bench.fresh(), flags,
+    bench.task(engine, workload, capacity, count, folder, flags,
                before=["strace", "-f", "-c", "-U", "calls,name", "-o", log])
     calls = collections.Counter()
     for line in log.read_text().splitlines():
@@ -185,7 +187,7 @@ def adds(bench):
         rows = []
         for engine in engines:
             calls = per_operation(lambda n: counted_calls(bench, engine, workload, capacity, n,
-                                                          flags), small, 3 * small)
+                                                          bench.fresh(), flags), small, 3 * small)
             instructions = per_operation(lambda n: counted_instructions(
                 bench, engine, workload, capacity, n, flags), small, 3 * small)
             rows.append([engine, calls_text(calls), f"{instructions:,.0f}"])
@@ -199,6 +201,12 @@ SIZES = [10**3, 10**5, 10**6]
 
 def sized(bench):
     return [max(100, int(size * bench.scale)) if bench.scale < 1 else size for size in SIZES]
+
+
+def calls_of_reads(bench, engine, workload, size, folder):
+    calls = per_operation(lambda n: counted_calls(bench, engine, workload, size, n, folder, []),
+                          100, 300)
+    return calls_text(calls) or "none"
 
 
 def reads(bench):
@@ -218,6 +226,9 @@ def reads(bench):
                 engine, workload, size, count, folders[engine], [])[0] / count / 1000)
             print(f"## Reading of {size:,} entries: {title}\n")
             timed_table(times, LIMIT)
+            print("System calls a read: " + "; ".join(
+                f"{engine} {calls_of_reads(bench, engine, workload, size, folders[engine])}"
+                for engine in engines) + ".\n")
         for folder in folders.values():
             shutil.rmtree(folder)
 
@@ -287,20 +298,45 @@ def throughput(bench, commands, amount, unit):
     table(["command", f"median {unit}", "minimum", "maximum"], rows)
 
 
-def table_of_lines(bench, log, database):
-    """A table that holds what `list` prints: a column for the number, one for the text."""
+ENTRIES_OFFSET, ENTRY_SIZE = 6064, 1496  # of the log file
+SEVERITIES = ["critical", "major", "minor", "informational", "ok"]
+
+
+def columns_of(line):
+    """What a line of `list` says: number, time in nanoseconds, severity, source, event."""
+    number, moment, severity, rest = line.split(None, 3)
+    seconds = calendar.timegm(time.strptime(moment[:19], "%Y-%m-%dT%H:%M:%S"))
+    milliseconds = int(moment[20:23] or 0) if moment[19] == "." else 0
+    source, event = rest.split("  ", 1)
+    return (int(number), (seconds * 1000 + milliseconds) * 10**6, SEVERITIES.index(severity),
+            source, event)
+
+
+def fill_databases(bench, log, folder):
+    """The log as tables: one of values with each entry's record beside them, one of its lines."""
     lines = run([bench.tool, "list", log]).splitlines()
-    script = bench.folder / "lines.sql"
-    with script.open("w") as out:
-        out.write("CREATE TABLE log(number INTEGER PRIMARY KEY, time, severity, rest);\nBEGIN;\n")
-        for line in lines:
-            number, date, time, severity, rest = (line.split(None, 4) + [""] * 5)[:5]
-            rest = rest.replace("'", "''")
-            out.write(f"INSERT INTO log VALUES({number}, '{date} {time}', '{severity}', "
-                      f"'{rest}');\n")
-        out.write("COMMIT;\n")
-    with script.open() as text:
-        run(["sqlite3", database], stdin=text)
+    contents = log.read_bytes()
+    values, ready = folder / "values.sqlite", folder / "lines.sqlite"
+    with sqlite3.connect(values) as database:
+        database.execute("CREATE TABLE log(number INTEGER PRIMARY KEY, time INTEGER, "
+                         "severity INTEGER, source TEXT, event TEXT, record BLOB)")
+        for i, line in enumerate(lines):
+            begin = ENTRIES_OFFSET + i * ENTRY_SIZE
+            database.execute("INSERT INTO log VALUES(?, ?, ?, ?, ?, ?)",
+                             (*columns_of(line), contents[begin:begin + ENTRY_SIZE]))
+    with sqlite3.connect(ready) as database:
+        database.execute("CREATE TABLE log(number INTEGER PRIMARY KEY, line TEXT)")
+        database.executemany("INSERT INTO log(line) VALUES(?)", [(line,) for line in lines])
+    return values, ready
+
+
+# Gives the very lines of `list`.
+FORMATTED = """SELECT printf('%6d  %-24s  %-13s  %-15s  %s', number,
+    strftime('%Y-%m-%dT%H:%M:%S', time / 1000000000, 'unixepoch') ||
+    CASE WHEN time % 1000000000 = 0 THEN 'Z' ELSE printf('.%03dZ', time / 1000000 % 1000) END,
+    CASE severity WHEN 0 THEN 'critical' WHEN 1 THEN 'major' WHEN 2 THEN 'minor'
+        WHEN 3 THEN 'informational' ELSE 'ok' END,
+    source, event) FROM log"""
 
 
 def printing(bench):
@@ -315,12 +351,20 @@ def printing(bench):
     throughput(bench, {"evtlogctl dump": [bench.tool, "dump", log],
                        "hexdump -C": ["hexdump", "-C", log],
                        "xxd": ["xxd", log]}, size / 1e6, "MB/s")
-    database = folder / "lines.sqlite"
-    table_of_lines(bench, log, database)
+    values, ready = fill_databases(bench, log, folder)
+    listing = run([bench.tool, "list", log])
+    if run(["sqlite3", values, FORMATTED]) != listing:
+        raise RuntimeError("sqlite3 and evtlogctl list print different lines")
     print(f"## A log of {entries:,} entries as lines\n")
     throughput(bench, {
         "evtlogctl list": [bench.tool, "list", log],
-        "sqlite3, the same columns": ["sqlite3", "-separator", "  ", database, "SELECT * FROM log"],
+        "sqlite3: the same lines, of values that stand beside the record": ["sqlite3", values,
+                                                                            FORMATTED],
+        "sqlite3: the values, not formatted": ["sqlite3", values, "SELECT number, time, severity, "
+                                               "source, event FROM log"],
+        "sqlite3: a table of ready-made lines and nothing else": ["sqlite3", ready,
+                                                                  "SELECT line FROM log"],
+        "evtlogctl list -o verbose": [bench.tool, "list", "-o", "verbose", log],
         "evtlogctl print": [bench.tool, "print", log],
         "evtlogctl check": [bench.tool, "check", log],
     }, entries, "entries/s")

@@ -69,10 +69,19 @@ std::int64_t now() {
     return std::int64_t{time.tv_sec} * 1'000'000'000 + time.tv_nsec;
 }
 
+// Events some seconds apart, whose readings move.
 void addMany(const Task &task, std::uint32_t count) {
-    const Record record = sampleRecord();
+    constexpr SaHpiTimeT gap = 7'013'000'000;
+    constexpr double step = 0.1;
+    constexpr std::uint32_t steps = 300;
+    Record record = sampleRecord();
+    SaHpiEventT &event = record.entry.Event;
+    SaHpiSensorReadingT &reading = event.EventDataUnion.SensorEvent.TriggerReading;
+    const double lowest = reading.Value.SensorFloat64;
     for (std::uint32_t i = 0; i < count; ++i) {
+        reading.Value.SensorFloat64 = lowest + step * (i % steps);
         task.engine->add(record);
+        event.Timestamp += gap;
     }
 }
 
