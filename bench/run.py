@@ -364,6 +364,7 @@ def printing(bench):
                                                "source, event FROM log"],
         "sqlite3: a table of ready-made lines and nothing else": ["sqlite3", ready,
                                                                   "SELECT line FROM log"],
+        "evtlogctl list -o json": [bench.tool, "list", "-o", "json", log],
         "evtlogctl list -o verbose": [bench.tool, "list", "-o", "verbose", log],
         "evtlogctl print": [bench.tool, "print", log],
         "evtlogctl check": [bench.tool, "check", log],

@@ -4,7 +4,10 @@
 #include <string>
 #include <utility>
 
+#include <rapidjson/reader.h>
+
 #include "tests/fuzz/harness.h"
+#include "tools/evtlogctl/entry_json.h"
 #include "tools/evtlogctl/failure.h"
 #include "tools/evtlogctl/log_line.h"
 #include "tools/evtlogctl/log_reader.h"
@@ -23,6 +26,17 @@ using namespace zusahpi;
     return true;
 }
 
+void requireJson(const EventLogEntryRecord &entry) {
+    std::string text;
+    evtlogctl::appendEntryJson(text, entry);
+    rapidjson::StringStream stream(text.c_str());
+    rapidjson::BaseReaderHandler<> handler;
+    rapidjson::Reader reader;
+    fuzz::require(!reader.Parse<rapidjson::kParseValidateEncodingFlag>(stream, handler).IsError(),
+                  "an entry is JSON");
+    fuzz::require(text.find('\n') == std::string::npos, "an entry is one line of JSON");
+}
+
 void requireListable(const evtlogctl::LogFile &file, const evtlogctl::Snapshot &log) {
     fuzz::require(isPrintable(log.damage), "what is wrong is told in printable text");
     fuzz::require(!log.damage.empty() || log.entries.size() == log.info.sa.Entries,
@@ -30,6 +44,7 @@ void requireListable(const evtlogctl::LogFile &file, const evtlogctl::Snapshot &
     evtlogctl::SnapshotReader entries(file, log);
     while (const EventLogEntryRecord *const entry = entries.next()) {
         fuzz::require(isPrintable(evtlogctl::logLine(*entry)), "an entry is a line");
+        requireJson(*entry);
         if (const auto record = sel::importedRecord(*entry)) {
             const EventLogAddRecord again = sel::toEvent(*record, {});
             fuzz::require(again.event.EventType == entry->entry.Event.EventType,

@@ -55,6 +55,14 @@ informational:
     return name == "text" ? sel::Form::text : sel::Form::automatic;
 }
 
+// Of the names that --output takes.
+[[nodiscard]] ListForm listFormOf(std::string_view name) {
+    if (name == "json") {
+        return ListForm::json;
+    }
+    return name == "verbose" ? ListForm::verbose : ListForm::line;
+}
+
 constexpr const char *statusNotes = R"(Exit status:
   0  done
   1  nothing matched, something was left out, or a check found something that is no damage
@@ -130,9 +138,10 @@ CLI::App *addList(CLI::App &app, Arguments &arguments) {
         ->check(CLI::NonNegativeNumber);
     command
         ->add_option("-o,--output", arguments.listForm,
-                     "Form of an entry: short (a line) or verbose (all that it holds)")
+                     "Form of an entry: short (a line), verbose (all that it holds) or json (an "
+                     "object on a line of its own)")
         ->type_name("FORM")
-        ->check(CLI::IsMember({"short", "verbose"}));
+        ->check(CLI::IsMember({"short", "verbose", "json"}));
     return command;
 }
 
@@ -198,7 +207,7 @@ struct Commands {
     }
     if (commands.list->parsed()) {
         return listEntries(arguments.settings, arguments.file, arguments.newest,
-                           arguments.listForm == "verbose" ? ListForm::verbose : ListForm::line);
+                           listFormOf(arguments.listForm));
     }
     if (commands.info->parsed()) {
         return showInfo(arguments.settings, arguments.file);

@@ -32,6 +32,7 @@ struct ImportOptions {
 enum class ListForm : std::uint8_t {
     line,    // one for each entry
     verbose, // everything, as the library prints it
+    json,    // a line of JSON for each entry
 };
 
 // `file` empty: the configured log.

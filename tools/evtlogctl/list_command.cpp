@@ -3,6 +3,7 @@
 #include <string>
 
 #include "tools/evtlogctl/commands.h"
+#include "tools/evtlogctl/entry_json.h"
 #include "tools/evtlogctl/failure.h"
 #include "tools/evtlogctl/log_line.h"
 #include "tools/evtlogctl/output.h"
@@ -35,11 +36,17 @@ Status listEntries(const Settings &settings, const std::string &name, std::size_
     SnapshotReader entries(file, log);
     std::string lines;
     while (const EventLogEntryRecord *const entry = entries.next()) {
-        if (form == ListForm::verbose) {
+        switch (form) {
+        case ListForm::verbose:
             printWhole(*entry);
             continue;
+        case ListForm::json:
+            appendEntryJson(lines, *entry);
+            break;
+        case ListForm::line:
+            appendLogLine(lines, *entry);
+            break;
         }
-        appendLogLine(lines, *entry);
         lines += '\n';
         if (lines.size() >= enoughToWrite) {
             writeAll(stdout, lines, standardOutput);

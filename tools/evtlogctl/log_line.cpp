@@ -6,17 +6,16 @@
 #include <array>
 #include <bit>
 #include <iterator>
-#include <limits>
 #include <optional>
 #include <string_view>
 #include <type_traits>
-#include <unordered_map>
 
 #include <fmt/compile.h>
 #include <fmt/format.h>
 
 #include "constants/type_ids.h"
 #include "tools/evtlogctl/ipmi_tables.h"
+#include "tools/evtlogctl/names.h"
 #include "tools/evtlogctl/sel_mapping.h"
 #include "tools/evtlogctl/sel_severity.h"
 #include "zuSaHpi_mainlib.h"
@@ -37,25 +36,6 @@ void append(std::string &text, const Values &...values) {
         }
     };
     (one(values), ...);
-}
-
-// The display form of a constant's name, or its number, valid until the next call. The entries of a
-// log have few names among them, so each is looked up once; `prefix` is always the same for a key.
-[[nodiscard]] std::string_view nameOf(std::uint32_t value, std::uint32_t key, const char *prefix) {
-    constexpr std::size_t most = 1000; // damaged entries may hold any number
-    static std::unordered_map<std::uint64_t, std::string> names;
-    static std::array<char, 50> buffer{};
-    const std::uint64_t place = std::uint64_t{key} << 32 | value;
-    const auto known = names.find(place);
-    if (known != names.end()) {
-        return known->second;
-    }
-    const char *name = zuSaHpiValueString(value, 0, key, prefix, buffer.data(),
-                                          static_cast<std::uint32_t>(buffer.size()));
-    if (names.size() < most) {
-        return names.emplace(place, name).first->second;
-    }
-    return name;
 }
 
 void appendHexBytes(std::string &text, const unsigned char *bytes, std::size_t count) {
@@ -116,31 +96,16 @@ void appendSource(std::string &text, const EventLogEntryRecord &entry) {
 void appendSensor(std::string &text, const EventLogEntryRecord &entry, SaHpiSensorTypeT type,
                   SaHpiSensorNumT number) {
     if (!appendedIdString(text, entry)) {
-        append(text, nameOf(type, type_id::sensorType, "SAHPI_"), " sensor ", number);
+        append(text, displayName(type, type_id::sensorType, "SAHPI_"), " sensor ", number);
     }
     text += ": ";
-}
-
-// The registry has names of their own for the states of some categories.
-[[nodiscard]] std::uint32_t stateKey(SaHpiEventCategoryT category) {
-    using Keys = std::array<std::uint32_t, std::numeric_limits<SaHpiEventCategoryT>::max() + 1>;
-    static const Keys keys = [] {
-        Keys result{};
-        for (std::uint32_t each = 0; each < result.size(); ++each) {
-            result[each] = zuSaHpiCheckSubType(type_id::eventState, each) != 0
-                               ? typeKey(each, type_id::eventState)
-                               : type_id::eventState;
-        }
-        return result;
-    }();
-    return keys[category];
 }
 
 void appendStates(std::string &text, SaHpiEventStateT states, SaHpiEventCategoryT category) {
     const std::uint32_t key = stateKey(category);
     std::string_view gap;
     for (std::uint32_t rest = states & SAHPI_ALL_EVENT_STATES; rest != 0; rest &= rest - 1) {
-        append(text, gap, nameOf(1U << std::countr_zero(rest), key, "SAHPI_ES_"));
+        append(text, gap, displayName(1U << std::countr_zero(rest), key, "SAHPI_ES_"));
         gap = " + ";
     }
     if (gap.empty()) {
@@ -224,13 +189,14 @@ void appendWatchdogEvent(std::string &text, const EventLogEntryRecord &entry,
         append(text, "Watchdog ", event.WatchdogNum);
     }
     append(text, ": action ",
-           nameOf(event.WatchdogAction, type_id::watchdogActionEvent, "SAHPI_WAE_"));
+           displayName(event.WatchdogAction, type_id::watchdogActionEvent, "SAHPI_WAE_"));
     if (record) {
         text += sel::isDeassertion(*record) ? " deasserted" : " asserted";
     }
     append(text, ", pre-timer interrupt ",
-           nameOf(event.WatchdogPreTimerAction, type_id::watchdogPretimerInterrupt, "SAHPI_WPI_"));
-    append(text, ", use ", nameOf(event.WatchdogUse, type_id::watchdogTimerUse, "SAHPI_WTU_"));
+           displayName(event.WatchdogPreTimerAction, type_id::watchdogPretimerInterrupt,
+                       "SAHPI_WPI_"));
+    append(text, ", use ", displayName(event.WatchdogUse, type_id::watchdogTimerUse, "SAHPI_WTU_"));
 }
 
 // A piece of text whose unused end is filled with zeros.
@@ -270,23 +236,26 @@ void appendOemEvent(std::string &text, const SaHpiOemEventT &event,
 
 void appendSoftwareEvent(std::string &text, const SaHpiHpiSwEventT &event) {
     text += fmt::format("HPI software, manufacturer 0x{:06X}: ", event.MId);
-    append(text, nameOf(event.Type, type_id::swEventType, "SAHPI_HPIE_"), ": ");
+    append(text, displayName(event.Type, type_id::swEventType, "SAHPI_HPIE_"), ": ");
     appendText(text, event.EventData);
 }
 
 void appendHotSwapEvent(std::string &text, const SaHpiHotSwapEventT &event) {
-    append(text, "Hot swap: ", nameOf(event.HotSwapState, type_id::hsState, "SAHPI_HS_STATE_"));
+    append(text,
+           "Hot swap: ", displayName(event.HotSwapState, type_id::hsState, "SAHPI_HS_STATE_"));
     append(text, ", previously ",
-           nameOf(event.PreviousHotSwapState, type_id::hsState, "SAHPI_HS_STATE_"));
+           displayName(event.PreviousHotSwapState, type_id::hsState, "SAHPI_HS_STATE_"));
 }
 
-void appendEvent(std::string &text, const EventLogEntryRecord &entry) {
+} // namespace
+
+void appendMessage(std::string &text, const EventLogEntryRecord &entry) {
     const SaHpiEventT &event = entry.entry.Event;
     const SaHpiEventUnionT &data = event.EventDataUnion;
     switch (event.EventType) {
     case SAHPI_ET_RESOURCE:
-        append(text, nameOf(data.ResourceEvent.ResourceEventType, type_id::resourceEventType,
-                            "SAHPI_RESE_"));
+        append(text, displayName(data.ResourceEvent.ResourceEventType, type_id::resourceEventType,
+                                 "SAHPI_RESE_"));
         break;
     case SAHPI_ET_DOMAIN:
         append(text, "Domain ", data.DomainEvent.DomainId, " reference ",
@@ -318,6 +287,8 @@ void appendEvent(std::string &text, const EventLogEntryRecord &entry) {
         append(text, "event of unknown type ", static_cast<std::uint32_t>(event.EventType));
     }
 }
+
+namespace {
 
 constexpr std::string_view columnGap = "  ";
 constexpr std::size_t numberWidth = 6;
@@ -370,7 +341,7 @@ void appendLogLine(std::string &text, const EventLogEntryRecord &entry) {
     column = text.size();
     appendSource(text, entry);
     endColumn(text, column, sourceWidth);
-    appendEvent(text, entry);
+    appendMessage(text, entry);
     text += timed ? "" : " (time of logging)";
 }
 

@@ -17,6 +17,9 @@ void appendLogLine(std::string &text, const EventLogEntryRecord &entry);
 // The same as a text of its own.
 [[nodiscard]] std::string logLine(const EventLogEntryRecord &entry);
 
+// The last column alone: what happened.
+void appendMessage(std::string &text, const EventLogEntryRecord &entry);
+
 // A time to the millisecond, without a fraction when it has none.
 [[nodiscard]] std::string timeText(SaHpiTimeT time);
 
