@@ -23,6 +23,7 @@ import tempfile
 import time
 from pathlib import Path
 
+ENTRIES_OFFSET, ENTRY_SIZE = 6064, 1496  # of the log file
 STORE = "zuSaHpi_util"
 LIMIT = "limit"
 
@@ -239,19 +240,46 @@ def reads(bench):
 GROWING = [("Simple", [], 2000), ("Circular", ["wraps"], 2000), ("Linked", ["durable"], 50)]
 
 
-def filled_store(bench, size, capacity, flags):
-    """A store of that size. A durable one is filled in memory, where that takes minutes less."""
+CLEARS = 3  # rounds: each fills a log and the limit's file anew
+
+
+def filled(bench, engine, size, capacity, flags):
+    """The folder of a store of that size. A durable one is filled in memory, which takes minutes
+    less."""
     folder = bench.fresh()
     if "durable" not in flags:
-        bench.task(STORE, "fill", capacity, size, folder, flags)
+        bench.task(engine, "fill", capacity, size, folder, flags)
         return folder
     memory = Path(tempfile.mkdtemp(prefix="zubench.", dir="/dev/shm"))
     try:
-        bench.task(STORE, "fill", capacity, size, memory, flags)
-        shutil.move(memory / "log", folder / "log")
+        bench.task(engine, "fill", capacity, size, memory, flags)
+        for file in memory.iterdir():
+            shutil.move(file, folder / file.name)
     finally:
         shutil.rmtree(memory)
     return folder
+
+
+def bare_truncation(file, flags):
+    """Microseconds that the kernel takes to cut the file as a clear cuts the log."""
+    descriptor = os.open(file, os.O_RDWR | (os.O_SYNC if "durable" in flags else 0))
+    try:
+        begin = time.perf_counter()
+        os.ftruncate(descriptor, ENTRIES_OFFSET)
+        return (time.perf_counter() - begin) * 1e6
+    finally:
+        os.close(descriptor)
+
+
+def clears(bench, size, capacity, flags):
+    """Medians of a clear and of the truncation of a file that grew like the log."""
+    cleared, truncated = [], []
+    for _ in range(min(bench.rounds, CLEARS)):
+        folder = filled(bench, STORE, size, capacity, flags)
+        cleared.append(bench.task(STORE, "clear", capacity, 1, folder, flags)[0] / 1000)
+        folder = filled(bench, LIMIT, size, capacity, flags)
+        truncated.append(bare_truncation(folder / "limit", flags))
+    return statistics.median(cleared), statistics.median(truncated)
 
 
 def growth(bench):
@@ -264,7 +292,7 @@ def growth(bench):
     for kind, flags, count in GROWING:
         for size in sized(bench):
             capacity = size + count
-            folder = filled_store(bench, size, capacity, flags)
+            folder = filled(bench, STORE, size, capacity, flags)
             times = collections.defaultdict(list)
             resident = 0
             for _ in range(bench.rounds):
@@ -272,11 +300,13 @@ def growth(bench):
                     taken, kib = bench.task(STORE, workload, capacity, number, folder, flags)
                     times[workload].append(taken / number / 1000)
                     resident = max(resident, kib - empty)
-            cleared, _ = bench.task(STORE, "clear", capacity, 1, folder, flags)
+            cleared, truncated = clears(bench, size, capacity, flags)
             medians = [figure(statistics.median(times[workload]))
                        for workload in ["start", "grow", "delete"]]
-            rows.append([kind, f"{size:,}", *medians, figure(cleared / 1000), f"{resident} KiB"])
-    table(["type", "entries", "start-up", "add", "delete", "clear", "memory"], rows)
+            rows.append([kind, f"{size:,}", *medians, figure(cleared),
+                         figure(truncated), f"{resident} KiB"])
+    table(["type", "entries", "start-up", "add", "delete", "clear", "bare ftruncate", "memory"],
+          rows)
 
 
 # --------------------------------------------------------------------------------------- printing
@@ -298,7 +328,6 @@ def throughput(bench, commands, amount, unit):
     table(["command", f"median {unit}", "minimum", "maximum"], rows)
 
 
-ENTRIES_OFFSET, ENTRY_SIZE = 6064, 1496  # of the log file
 SEVERITIES = ["critical", "major", "minor", "informational", "ok"]
 
 
