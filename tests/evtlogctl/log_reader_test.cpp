@@ -391,7 +391,8 @@ TEST(Fingerprint, TellsEntriesApartByAllButTheirLinks) {
     const auto flipped = [&](std::initializer_list<std::size_t> bits) {
         EventLogEntryRecord changed = record;
         for (const std::size_t bit : bits) {
-            reinterpret_cast<unsigned char *>(&changed)[begin + bit / 8] ^= 1U << bit % 8;
+            unsigned char &byte = reinterpret_cast<unsigned char *>(&changed)[begin + bit / 8];
+            byte = static_cast<unsigned char>(byte ^ 1U << bit % 8);
         }
         return evtlogctl::fingerprint(changed);
     };
