@@ -69,6 +69,7 @@ class Bench:
             order = list(names)
             self.random.shuffle(order)
             for name in order:
+                os.sync()  # what the one before left to be written is no burden of the next
                 results[name].append(measure(name))
         return results
 
@@ -124,13 +125,13 @@ def environment(bench):
 
 ADDS = [
     # name, title, workload, capacity, count, flags, engines beside the limit and the event log
-    ("grow", "Adds that the kernel keeps, to a log that grows (Simple)", "grow", 10**6, 20000, [],
+    ("grow", "Adds that the kernel keeps, to a log that grows (Simple)", "grow", 10**6, 60000, [],
      ["SQLite WAL", "LMDB", "LevelDB"]),
-    ("wrap", "Adds that the kernel keeps, to a full log that wraps (Circular)", "wrap", 10000, 20000,
+    ("wrap", "Adds that the kernel keeps, to a full log that wraps (Circular)", "wrap", 10000, 60000,
      ["wraps"], ["SQLite WAL", "LMDB", "LevelDB"]),
-    ("durable-grow", "Adds that the disk keeps, to a log that grows (Linked)", "grow", 10**6, 300,
+    ("durable-grow", "Adds that the disk keeps, to a log that grows (Linked)", "grow", 10**6, 600,
      ["durable"], ["SQLite journal", "SQLite WAL", "LMDB", "LevelDB"]),
-    ("durable-wrap", "Adds that the disk keeps, to a full log that wraps (Linked)", "wrap", 100, 300,
+    ("durable-wrap", "Adds that the disk keeps, to a full log that wraps (Linked)", "wrap", 100, 600,
      ["durable", "wraps"], ["SQLite journal", "SQLite WAL", "LMDB", "LevelDB"]),
 ]
 
@@ -446,7 +447,7 @@ def main():
                                      formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("build")
     parser.add_argument("--folder", help="where the stores are made")
-    parser.add_argument("--rounds", type=int, default=7)
+    parser.add_argument("--rounds", type=int, default=11)
     parser.add_argument("--scale", type=float, default=1.0, help="of the numbers of operations")
     parser.add_argument("--only", help="one table alone")
     bench = Bench(parser.parse_args())

@@ -1,6 +1,7 @@
 // zuSaHpiEventLogEntryAdd: forwarding to syslog, then one transaction that makes room when the log
 // is full, chooses the new entry's number, and links and writes the record.
 
+#include <cstddef>
 #include <cstring>
 
 #include "eventlog/failure.h"
@@ -110,18 +111,29 @@ SaErrorT chooseNumber(EventLogInfoRecord &info, std::uint32_t &number) {
     return SA_OK;
 }
 
+// Every byte in the file is a known one: what lies between the members that are set is none.
+static_assert(offsetof(EventLogEntryRecord, entry.Event) + sizeof(SaHpiEventT) ==
+              offsetof(EventLogEntryRecord, rpt));
+static_assert(offsetof(EventLogEntryRecord, rpt) + sizeof(SaHpiRptEntryT) ==
+              offsetof(EventLogEntryRecord, rdr));
+static_assert(offsetof(EventLogEntryRecord, rdr) + sizeof(SaHpiRdrT) ==
+              sizeof(EventLogEntryRecord));
+
 SaErrorT writeNewRecord(const EventLogInfoRecord &info, const EventLogAddRecord &added,
                         std::uint32_t number, SaHpiTimeT time) {
-    EventLogEntryRecord record;
-    std::memset(&record, 0, sizeof record); // every byte in the file is a known one
-    record.prev = typeOf(info) == LogType::linked ? info.newest : noEntry;
-    record.next = noEntry;
-    record.entry.EntryId = number;
-    record.entry.Timestamp = time;
-    record.entry.Event = added.event;
-    record.rpt = added.rpt;
-    record.rdr = added.rdr;
-    return writeEntry(record) == SA_OK ? SA_OK : SA_ERR_HPI_NO_RESPONSE;
+    EventLogEntryRecord *const record = changedRecordOf(number);
+    if (record == nullptr) {
+        return SA_ERR_HPI_NO_RESPONSE;
+    }
+    std::memset(record, 0, offsetof(EventLogEntryRecord, entry.Event));
+    record->prev = typeOf(info) == LogType::linked ? info.newest : noEntry;
+    record->next = noEntry;
+    record->entry.EntryId = number;
+    record->entry.Timestamp = time;
+    record->entry.Event = added.event;
+    record->rpt = added.rpt;
+    record->rdr = added.rdr;
+    return SA_OK;
 }
 
 SaErrorT linkFromNewest(const EventLogInfoRecord &info, std::uint32_t number) {

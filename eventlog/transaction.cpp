@@ -113,23 +113,35 @@ void beginTransaction(EventLogInfoRecord &workingCopy) {
     store.transaction = &workingCopy;
 }
 
-SaErrorT writeEntry(const EventLogEntryRecord &record) {
+EventLogEntryRecord *changedRecordOf(std::uint32_t number) {
     if (store.transaction == nullptr) {
-        return internalError("Event log error: call to writeEntry outside of transaction.\n");
+        (void)internalError("Event log error: call to writeEntry outside of transaction.\n");
+        return nullptr;
     }
     for (std::size_t i = 0; i < transactionSlots; ++i) {
         EventLogEntryRecord &slot = store.transactionCache[i];
-        const bool first = slotIsEmpty(slot);
-        if (!first && slot.entry.EntryId != record.entry.EntryId) {
-            continue;
+        if (slot.entry.EntryId == number) {
+            return &slot;
         }
-        slot = record;
-        if (first && i + 1 < transactionSlots) {
-            emptySlot(store.transactionCache[i + 1]);
+        if (slotIsEmpty(slot)) {
+            if (i + 1 < transactionSlots) {
+                emptySlot(store.transactionCache[i + 1]);
+            }
+            slot.entry.EntryId = number;
+            return &slot;
         }
-        return SA_OK;
     }
-    return internalError("Event log error - transaction cache overflow.\n");
+    (void)internalError("Event log error - transaction cache overflow.\n");
+    return nullptr;
+}
+
+SaErrorT writeEntry(const EventLogEntryRecord &record) {
+    EventLogEntryRecord *const changed = changedRecordOf(record.entry.EntryId);
+    if (changed == nullptr) {
+        return SA_ERR_HPI_INTERNAL_ERROR;
+    }
+    *changed = record;
+    return SA_OK;
 }
 
 SaErrorT commitTransaction() {

@@ -22,6 +22,10 @@ namespace zusahpi::eventlog {
 // starts as the in-memory info record.
 void beginTransaction(EventLogInfoRecord &workingCopy);
 
+// The place in the transaction for what entry `number` becomes; the caller sets every byte. Null
+// (printed) without a transaction, or for a fifth entry.
+[[nodiscard]] EventLogEntryRecord *changedRecordOf(std::uint32_t number);
+
 // Puts a changed record into the transaction. Returns SA_OK; SA_ERR_HPI_INTERNAL_ERROR (printed)
 // without a transaction, or for a fifth entry.
 [[nodiscard]] SaErrorT writeEntry(const EventLogEntryRecord &record);
