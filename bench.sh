@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Measures the event log against the bare limit and against what people would use instead, on this
 # machine, and prints tables. Options go to bench/run.py, such as --folder DIR for the disk that is
-# to be measured.
+# to be measured. docs/performance.md holds a run and says what it means.
 set -euo pipefail
 cd "$(dirname "$0")"
 
