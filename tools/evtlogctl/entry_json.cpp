@@ -108,18 +108,13 @@ void putBytes(Writer &out, std::string_view name, const unsigned char *bytes, st
     putString(out, text);
 }
 
-[[nodiscard]] bool isText(SaHpiTextTypeT type) {
-    return type == SAHPI_TL_TYPE_BCDPLUS || type == SAHPI_TL_TYPE_ASCII6 ||
-           type == SAHPI_TL_TYPE_TEXT;
-}
-
 void putTextBuffer(Writer &out, std::string_view name, const SaHpiTextBufferT &buffer) {
     putKey(out, name);
     out.StartObject();
     putConstant(out, "DataType", buffer.DataType, type_id::textType);
     putConstant(out, "Language", buffer.Language, type_id::language);
     putKey(out, "Text");
-    if (isText(buffer.DataType)) {
+    if (isText(buffer)) {
         putString(out, validUtf8({reinterpret_cast<const char *>(buffer.Data), buffer.DataLength}));
     } else {
         out.Null();

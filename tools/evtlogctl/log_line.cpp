@@ -21,6 +21,12 @@
 #include "zuSaHpi_mainlib.h"
 
 namespace zusahpi::evtlogctl {
+
+bool isText(const SaHpiTextBufferT &buffer) {
+    return buffer.DataType == SAHPI_TL_TYPE_BCDPLUS || buffer.DataType == SAHPI_TL_TYPE_ASCII6 ||
+           buffer.DataType == SAHPI_TL_TYPE_TEXT;
+}
+
 namespace {
 
 constexpr std::string_view unknownSource = "-";
@@ -55,11 +61,6 @@ void appendPrintable(std::string &text, const unsigned char *from, std::size_t l
     std::replace_if(
         text.begin() + static_cast<std::ptrdiff_t>(before), text.end(),
         [](char letter) { return letter < 0x20 || letter > 0x7E; }, '.');
-}
-
-[[nodiscard]] bool isText(const SaHpiTextBufferT &buffer) {
-    return buffer.DataType == SAHPI_TL_TYPE_BCDPLUS || buffer.DataType == SAHPI_TL_TYPE_ASCII6 ||
-           buffer.DataType == SAHPI_TL_TYPE_TEXT;
 }
 
 void appendText(std::string &text, const SaHpiTextBufferT &buffer) {

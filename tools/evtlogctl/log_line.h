@@ -23,6 +23,9 @@ void appendMessage(std::string &text, const EventLogEntryRecord &entry);
 // A time to the millisecond, without a fraction when it has none.
 [[nodiscard]] std::string timeText(SaHpiTimeT time);
 
+// Whether the bytes of a text are characters of one byte each.
+[[nodiscard]] bool isText(const SaHpiTextBufferT &buffer);
+
 // Text with every character that is no printable ASCII replaced by a dot.
 [[nodiscard]] std::string printable(const unsigned char *text, std::size_t length);
 
