@@ -23,27 +23,14 @@ namespace {
 
 using Writer = rapidjson::Writer<rapidjson::StringBuffer>;
 
-constexpr std::size_t longestKey = 40;
-
-// The key with `suffix` behind it.
-struct Key {
-    std::array<char, longestKey> text{};
-    std::size_t length = 0;
-
-    explicit Key(std::string_view name, std::string_view suffix = {}) {
-        length = name.size() + suffix.size();
-        name.copy(text.data(), name.size());
-        suffix.copy(text.data() + name.size(), suffix.size());
-    }
-};
-
 void putString(Writer &out, std::string_view text) {
     out.String(text.data(), static_cast<rapidjson::SizeType>(text.size()));
 }
 
 void putKey(Writer &out, std::string_view name, std::string_view suffix = {}) {
-    const Key key(name, suffix);
-    out.Key(key.text.data(), static_cast<rapidjson::SizeType>(key.length));
+    static std::string key; // keeps its room from key to key
+    key.assign(name).append(suffix);
+    out.Key(key.data(), static_cast<rapidjson::SizeType>(key.size()));
 }
 
 void putNumber(Writer &out, std::string_view name, std::uint32_t value) {
@@ -183,7 +170,8 @@ void putStates(Writer &out, std::string_view name, SaHpiEventStateT states,
         putMask(out, name, states, stateKey(category));
     } else {
         putNull(out, name);
-        putNull(out, std::string(name) + "Names");
+        putKey(out, name, "Names");
+        out.Null();
     }
 }
 
