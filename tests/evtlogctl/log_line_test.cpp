@@ -191,12 +191,4 @@ TEST(LogLine, HostileEntriesGivePrintableLines) {
     }
 }
 
-TEST(LogLine, Times) {
-    EXPECT_EQ(evtlogctl::timeText(1'702'959'411'000'000'000), "2023-12-19T04:16:51Z");
-    EXPECT_EQ(evtlogctl::timeText(1'702'959'411'000'000'001), "2023-12-19T04:16:51.000Z");
-    EXPECT_EQ(evtlogctl::timeText(42'000'000'000), "+0d00:00:42");
-    EXPECT_EQ(evtlogctl::timeText(42'999'999'999), "+0d00:00:42.999");
-    EXPECT_EQ(evtlogctl::timeText(SAHPI_TIME_UNSPECIFIED), "unspecified");
-}
-
 } // namespace

@@ -122,12 +122,12 @@ void awaitEditor(int terminal) {
 
 } // namespace
 
-Result talkOnTerminal(const std::vector<std::string> &arguments,
-                      const std::vector<Typing> &typings) {
+Result talkOnTerminal(const std::vector<std::string> &arguments, const std::vector<Typing> &typings,
+                      const std::string &kind) {
     int terminal = -1;
     const pid_t child = forkpty(&terminal, nullptr, nullptr, nullptr);
     if (child == 0) {
-        setenv("TERM", "dumb", 1);
+        setenv("TERM", kind.c_str(), 1);
         execute(arguments);
     }
     Result result;
@@ -154,6 +154,21 @@ pid_t start(const std::vector<std::string> &arguments) {
         redirect("/dev/null", O_RDONLY, STDIN_FILENO);
         redirect("/dev/null", O_WRONLY, STDOUT_FILENO);
         redirect("/dev/null", O_WRONLY, STDERR_FILENO);
+        execute(arguments);
+    }
+    if (child < 0) {
+        throw std::runtime_error("cannot fork");
+    }
+    return child;
+}
+
+pid_t startWith(const std::vector<std::string> &arguments, int output, const std::string &errors) {
+    const pid_t child = fork();
+    if (child == 0) {
+        redirect("/dev/null", O_RDONLY, STDIN_FILENO);
+        dup2(output, STDOUT_FILENO);
+        close(output);
+        redirect(errors, O_WRONLY | O_CREAT, STDERR_FILENO);
         execute(arguments);
     }
     if (child < 0) {

@@ -32,11 +32,14 @@ struct Typing {
 
 // With a terminal as all its standard streams; `output` is what the terminal showed. A text that
 // does not show within twenty seconds ends the talk, and the exit status is then -1.
-Result talkOnTerminal(const std::vector<std::string> &arguments,
-                      const std::vector<Typing> &typings);
+Result talkOnTerminal(const std::vector<std::string> &arguments, const std::vector<Typing> &typings,
+                      const std::string &kind = "dumb");
 
 // Without waiting for it; its output is thrown away. The caller waits.
 pid_t start(const std::vector<std::string> &arguments);
+
+// The same, with its standard output to a descriptor and its standard error to a file.
+pid_t startWith(const std::vector<std::string> &arguments, int output, const std::string &errors);
 
 // Waits for it and returns its exit status.
 int finish(pid_t process);

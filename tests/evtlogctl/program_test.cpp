@@ -96,18 +96,6 @@ TEST_F(Program, ListShowsTheReviewedLines) {
     EXPECT_EQ(run({"list", log}).output, readFile(dataFile("server.list.txt")));
 }
 
-TEST_F(Program, ListOfTheNewestEntries) {
-    (void)import(exampleFile("server.sel"));
-    const std::string all = readFile(dataFile("server.list.txt"));
-    std::size_t begin = all.size() - 1;
-    for (int line = 0; line < 3; ++line) {
-        begin = all.rfind('\n', begin - 1);
-    }
-    EXPECT_EQ(run({"list", "-n", "3"}).output, all.substr(begin + 1));
-    EXPECT_EQ(run({"list", "--newest=10000"}).output, all);
-    EXPECT_EQ(run({"list", "-n", "0"}).output, "");
-}
-
 TEST_F(Program, ImportingAgainAddsNothing) {
     const std::string file = dataFile("misc-30.sel");
     expectImport(file, "30 records read, 30 added, 0 already known");
@@ -498,7 +486,6 @@ TEST_F(Program, WrongUsageIsOneLineAndStatusTwo) {
         {"import", "a", "--utc-offset=5"},
         {"export", "--format=csv"},
         {"list", "-n", "many"},
-        {"list", "-n", "-1"},
         {"list", "--syslog=nowhere"},
         {"config", "extra"},
         {"check", "--salvage"},

@@ -12,7 +12,8 @@
 #include "mainlib/default_mainlib.h"
 #include "tools/evtlogctl/commands.h"
 #include "tools/evtlogctl/failure.h"
-#include "tools/evtlogctl/output.h"
+#include "tools/evtlogctl/list_arguments.h"
+#include "tools/evtlogctl/local_time.h"
 
 namespace zusahpi::evtlogctl {
 namespace {
@@ -26,10 +27,10 @@ struct Arguments {
     std::string utcOffset = "Z";
     bool reversedOem = false;
     std::string exportForm = "sel";
-    std::string listForm = "short";
+    ListArguments list;
+    bool utc = false;
     CheckOptions check;
     std::string file; // of every other command
-    std::size_t newest = allEntries;
 };
 
 constexpr const char *importNotes =
@@ -55,14 +56,6 @@ informational:
     return name == "text" ? sel::Form::text : sel::Form::automatic;
 }
 
-// Of the names that --output takes.
-[[nodiscard]] ListForm listFormOf(std::string_view name) {
-    if (name == "json") {
-        return ListForm::json;
-    }
-    return name == "verbose" ? ListForm::verbose : ListForm::line;
-}
-
 constexpr const char *statusNotes = R"(Exit status:
   0  done
   1  nothing matched, something was left out, or a check found something that is no damage
@@ -83,6 +76,7 @@ void addGlobalOptions(CLI::App &app, Arguments &arguments) {
                    "whether, and they go to syslog")
         ->type_name("WHERE")
         ->check(CLI::IsMember({"stderr", "syslog"}));
+    app.add_flag("--utc", arguments.utc, "Print times in UTC, not in local time");
     app.set_version_flag("--version", fmt::format("{} {}", programName, ZUSAHPI_UTIL_VERSION));
     app.footer(statusNotes);
     app.require_subcommand(1);
@@ -125,23 +119,6 @@ CLI::App *addExport(CLI::App &app, Arguments &arguments) {
     command->add_option("--format", arguments.exportForm, "Form of the output: sel")
         ->type_name("FORM")
         ->check(CLI::IsMember({"sel"}));
-    return command;
-}
-
-CLI::App *addList(CLI::App &app, Arguments &arguments) {
-    CLI::App *const command =
-        app.add_subcommand("list", "Print the entries of a log, oldest first; needs no lock");
-    command->add_option("FILE", arguments.file, "Log file; the configured log without it")
-        ->type_name("");
-    command->add_option("-n,--newest", arguments.newest, "Print only the newest N entries")
-        ->type_name("N")
-        ->check(CLI::NonNegativeNumber);
-    command
-        ->add_option("-o,--output", arguments.listForm,
-                     "Form of an entry: short (a line), verbose (all that it holds) or json (an "
-                     "object on a line of its own)")
-        ->type_name("FORM")
-        ->check(CLI::IsMember({"short", "verbose", "json"}));
     return command;
 }
 
@@ -193,6 +170,9 @@ struct Commands {
 };
 
 [[nodiscard]] Status runCommand(const Commands &commands, Arguments &arguments) {
+    if (arguments.utc) {
+        useUtc();
+    }
     arguments.settings.forward = arguments.syslog.has_value();
     zuSaHpiSyslogStreamSet(arguments.syslog == "stderr" ? stderr : nullptr);
     if (commands.import->parsed()) {
@@ -206,8 +186,7 @@ struct Commands {
         return exportRecords(arguments.settings, arguments.file);
     }
     if (commands.list->parsed()) {
-        return listEntries(arguments.settings, arguments.file, arguments.newest,
-                           listFormOf(arguments.listForm));
+        return listEntries(arguments.settings, settledOptions(arguments.list));
     }
     if (commands.info->parsed()) {
         return showInfo(arguments.settings, arguments.file);
@@ -245,7 +224,7 @@ struct Commands {
     const Commands commands{
         .import = addImport(app, arguments),
         .export_ = addExport(app, arguments),
-        .list = addList(app, arguments),
+        .list = addList(app, arguments.list),
         .info = addReader(app, arguments, "info",
                           "Print the settings and the fill state of a log; "
                           "needs no lock"),

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "tools/evtlogctl/log_reader.h"
+#include "tools/evtlogctl/list_options.h"
 #include "tools/evtlogctl/sel_input.h"
 #include "tools/evtlogctl/sel_record.h"
 #include "tools/evtlogctl/settings.h"
@@ -29,15 +29,9 @@ struct ImportOptions {
 // `file` empty or "-": standard output.
 [[nodiscard]] Status exportRecords(const Settings &settings, const std::string &file);
 
-enum class ListForm : std::uint8_t {
-    line,    // one for each entry
-    verbose, // everything, as the library prints it
-    json,    // a line of JSON for each entry
-};
+[[nodiscard]] Status listEntries(const Settings &settings, const ListOptions &options);
 
 // `file` empty: the configured log.
-[[nodiscard]] Status listEntries(const Settings &settings, const std::string &file,
-                                 std::size_t newest, ListForm form);
 [[nodiscard]] Status showInfo(const Settings &settings, const std::string &file);
 
 [[nodiscard]] Status showConfig(const Settings &settings);

@@ -5,6 +5,7 @@
 
 #include "tools/evtlogctl/commands.h"
 #include "tools/evtlogctl/failure.h"
+#include "tools/evtlogctl/log_reader.h"
 #include "tools/evtlogctl/output.h"
 #include "tools/evtlogctl/sel_mapping.h"
 

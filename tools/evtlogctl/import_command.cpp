@@ -10,6 +10,7 @@
 #include "tools/evtlogctl/commands.h"
 #include "tools/evtlogctl/failure.h"
 #include "tools/evtlogctl/interruption.h"
+#include "tools/evtlogctl/log_reader.h"
 #include "tools/evtlogctl/output.h"
 #include "tools/evtlogctl/progress.h"
 #include "tools/evtlogctl/sel_mapping.h"

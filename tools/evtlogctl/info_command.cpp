@@ -7,7 +7,8 @@
 
 #include "mainlib/default_mainlib.h"
 #include "tools/evtlogctl/commands.h"
-#include "tools/evtlogctl/log_line.h"
+#include "tools/evtlogctl/local_time.h"
+#include "tools/evtlogctl/log_reader.h"
 #include "tools/evtlogctl/output.h"
 
 namespace zusahpi::evtlogctl {

@@ -18,7 +18,6 @@
 #include "tools/evtlogctl/names.h"
 #include "tools/evtlogctl/sel_mapping.h"
 #include "tools/evtlogctl/sel_severity.h"
-#include "zuSaHpi_mainlib.h"
 
 namespace zusahpi::evtlogctl {
 
@@ -293,7 +292,6 @@ namespace {
 
 constexpr std::string_view columnGap = "  ";
 constexpr std::size_t numberWidth = 6;
-constexpr std::size_t timeWidth = 24;
 constexpr std::size_t severityWidth = 13;
 constexpr std::size_t sourceWidth = 15;
 
@@ -304,6 +302,26 @@ void endColumn(std::string &text, std::size_t begin, std::size_t width) {
     text += columnGap;
 }
 
+constexpr std::string_view colourEnd = "\033[0m";
+
+// What asks for an eye has a colour of its own.
+[[nodiscard]] std::string_view colourOf(SaHpiSeverityT severity) {
+    switch (severity) {
+    case SAHPI_CRITICAL:
+        return "\033[1;31m"; // bold red
+    case SAHPI_MAJOR:
+        return "\033[31m"; // red
+    case SAHPI_MINOR:
+        return "\033[33m"; // yellow
+    case SAHPI_OK:
+        return "\033[32m"; // green
+    case SAHPI_DEBUG:
+        return "\033[2m"; // faint
+    default:
+        return {};
+    }
+}
+
 } // namespace
 
 std::string printable(const unsigned char *text, std::size_t length) {
@@ -312,30 +330,34 @@ std::string printable(const unsigned char *text, std::size_t length) {
     return result;
 }
 
-std::string timeText(SaHpiTimeT time) {
-    std::array<char, ZUSAHPI_TIME_TEXT_SIZE> buffer{};
-    std::string text = zuSaHpiTimeT2String(time, 0, buffer.data());
-    const std::size_t point = text.find('.');
-    constexpr std::size_t milliseconds = 3;
-    constexpr std::size_t digits = 9;
-    if (point == std::string::npos || text.size() < point + 1 + digits) {
-        return text;
-    }
-    const bool whole = text.find_first_not_of('0', point + 1) >= point + 1 + digits;
-    return whole ? text.erase(point, 1 + digits)
-                 : text.erase(point + 1 + milliseconds, digits - milliseconds);
+std::string sourceText(const EventLogEntryRecord &entry) {
+    std::string text;
+    appendSource(text, entry);
+    return text;
 }
 
-void appendLogLine(std::string &text, const EventLogEntryRecord &entry) {
+std::string instrumentText(const EventLogEntryRecord &entry) {
+    std::string text;
+    (void)appendedIdString(text, entry);
+    return text;
+}
+
+SaHpiTimeT shownTime(const EventLogEntryRecord &entry) {
+    const SaHpiTimeT time = entry.entry.Event.Timestamp;
+    return time != SAHPI_TIME_UNSPECIFIED ? time : entry.entry.Timestamp;
+}
+
+void appendLogLine(std::string &text, const EventLogEntryRecord &entry, const LineStyle &style) {
     const SaHpiEventT &event = entry.entry.Event;
-    const bool timed = event.Timestamp != SAHPI_TIME_UNSPECIFIED;
     const fmt::format_int number(entry.entry.EntryId);
     text.append(number.size() < numberWidth ? numberWidth - number.size() : 0, ' ');
     text.append(number.data(), number.size());
     text += columnGap;
     std::size_t column = text.size();
-    text += timeText(timed ? event.Timestamp : entry.entry.Timestamp);
-    endColumn(text, column, timeWidth);
+    appendTime(text, shownTime(entry), style.precision);
+    endColumn(text, column, timeWidth(style.precision));
+    const std::string_view colour = style.coloured ? colourOf(event.Severity) : std::string_view{};
+    text += colour;
     column = text.size();
     text += sel::severityName(event.Severity);
     endColumn(text, column, severityWidth);
@@ -343,7 +365,8 @@ void appendLogLine(std::string &text, const EventLogEntryRecord &entry) {
     appendSource(text, entry);
     endColumn(text, column, sourceWidth);
     appendMessage(text, entry);
-    text += timed ? "" : " (time of logging)";
+    text += event.Timestamp != SAHPI_TIME_UNSPECIFIED ? "" : " (time of logging)";
+    text += colour.empty() ? std::string_view{} : colourEnd;
 }
 
 std::string logLine(const EventLogEntryRecord &entry) {

@@ -3,25 +3,37 @@
 
 #include <string>
 
+#include "tools/evtlogctl/local_time.h"
 #include "zuSaHpi_util.h"
 
 namespace zusahpi::evtlogctl {
 
-// Without a newline, and without any character outside printable ASCII, whatever the entry holds:
+struct LineStyle {
+    Precision precision = Precision::milliseconds;
+    bool coloured = false; // by severity, with the escape sequences of terminals
+};
+
+// Without a newline, and, but for colours, without any character outside printable ASCII, whatever
+// the entry holds:
 //
 //   entry id, time of the event, severity, source, what happened
 //
 // An event without a time shows when it was logged, and the line says so at its end.
-void appendLogLine(std::string &text, const EventLogEntryRecord &entry);
+void appendLogLine(std::string &text, const EventLogEntryRecord &entry,
+                   const LineStyle &style = {});
 
 // The same as a text of its own.
 [[nodiscard]] std::string logLine(const EventLogEntryRecord &entry);
 
-// The last column alone: what happened.
+// Single columns. The source is the tag of the resource or its number.
 void appendMessage(std::string &text, const EventLogEntryRecord &entry);
+[[nodiscard]] std::string sourceText(const EventLogEntryRecord &entry);
 
-// A time to the millisecond, without a fraction when it has none.
-[[nodiscard]] std::string timeText(SaHpiTimeT time);
+// The name of the sensor, or of what else the RDR describes; empty when there is none.
+[[nodiscard]] std::string instrumentText(const EventLogEntryRecord &entry);
+
+// The time of the event, or for an event without one when it was logged.
+[[nodiscard]] SaHpiTimeT shownTime(const EventLogEntryRecord &entry);
 
 // Whether the bytes of a text are characters of one byte each.
 [[nodiscard]] bool isText(const SaHpiTextBufferT &buffer);

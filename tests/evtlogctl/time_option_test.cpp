@@ -1,0 +1,117 @@
+// Goal: whatever a user writes as a time means what it says, in local time, and nothing else is
+// taken for one.
+#include "tools/evtlogctl/time_option.h"
+
+#include <cstdlib>
+#include <ctime>
+#include <limits>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using zusahpi::evtlogctl::parseEnd;
+using zusahpi::evtlogctl::parseMoment;
+
+constexpr SaHpiTimeT second = 1'000'000'000;
+constexpr SaHpiTimeT hour = 3600 * second;
+constexpr SaHpiTimeT day = 24 * hour;
+constexpr SaHpiTimeT now = 1'702'959'411 * second; // 2023-12-19T05:16:51+01:00, a Tuesday
+constexpr SaHpiTimeT today = now - 5 * hour - 16 * 60 * second - 51 * second;
+
+class TimeOption : public testing::Test {
+  protected:
+    TimeOption() {
+        setenv("TZ", "CET-1CEST,M3.5.0,M10.5.0/3", 1);
+        tzset();
+    }
+};
+
+TEST_F(TimeOption, Words) {
+    EXPECT_EQ(parseMoment("now", now), now);
+    EXPECT_EQ(parseMoment("today", now), today);
+    EXPECT_EQ(parseMoment("Yesterday", now), today - day);
+    EXPECT_EQ(parseMoment("TOMORROW", now), today + day);
+}
+
+// The night in which the clocks go back has 25 hours, so its day begins 25 hours before the next.
+TEST_F(TimeOption, DaysOfOtherLengths) {
+    constexpr SaHpiTimeT monday = 1'698'660'000 * second; // 2023-10-30T11:00+01:00
+    EXPECT_EQ(*parseMoment("today", monday) - *parseMoment("yesterday", monday), 25 * hour);
+}
+
+TEST_F(TimeOption, SpansBeforeNow) {
+    EXPECT_EQ(parseMoment("-1h", now), now - hour);
+    EXPECT_EQ(parseMoment("-90s", now), now - 90 * second);
+    EXPECT_EQ(parseMoment("-2d3h", now), now - 2 * day - 3 * hour);
+    EXPECT_EQ(parseMoment("1h30m ago", now), now - hour - 1800 * second);
+    EXPECT_EQ(parseMoment("-0.5s", now), now - second / 2);
+}
+
+TEST_F(TimeOption, LocalTimes) {
+    EXPECT_EQ(parseMoment("2023-12-19", now), today);
+    EXPECT_EQ(parseMoment("2023-12-19 05:16:51", now), now);
+    EXPECT_EQ(parseMoment("2023-12-19T05:16:51", now), now);
+    EXPECT_EQ(parseMoment("05:16:51", now), now);
+    EXPECT_EQ(parseMoment("5:16", now), now - 51 * second);
+    EXPECT_EQ(parseMoment("5:16:51.25 pm", now), now + 12 * hour + second / 4);
+    EXPECT_EQ(parseMoment("2023-07-19 05:56:51", now), 1'689'739'011 * second);
+    // Half an hour after local midnight it is yesterday in UTC still.
+    EXPECT_EQ(parseMoment("0:10", today + 1800 * second), today + 600 * second);
+}
+
+TEST_F(TimeOption, TimesWithAZone) {
+    EXPECT_EQ(parseMoment("2023-12-19T04:16:51Z", now), now);
+    EXPECT_EQ(parseMoment("2023-12-19 04:16:51 UTC", now), now);
+    EXPECT_EQ(parseMoment("2023-12-18T20:16:51-08:00", now), now);
+    EXPECT_EQ(parseMoment("2023-12-19T05:16:51.000000000+01:00", now), now);
+}
+
+TEST_F(TimeOption, TimesOfTheController) {
+    EXPECT_EQ(parseMoment("+0d00:00:42", now), 42 * second);
+    EXPECT_EQ(parseMoment("-0d00:00:42.000000001", now), -42 * second - 1);
+    EXPECT_EQ(parseMoment("unspecified", now), SAHPI_TIME_UNSPECIFIED);
+}
+
+// A listed time is cut off at the millisecond; as an end it stands for all of it.
+TEST_F(TimeOption, AnEndToTheMillisecond) {
+    EXPECT_EQ(parseEnd("2023-12-19T05:16:51+01:00", now), now);
+    EXPECT_EQ(parseEnd("2023-12-19T05:16:51.250+01:00", now), now + 250'999'999);
+    EXPECT_EQ(parseEnd("2023-12-19T05:16:51.250000000+01:00", now), now + 250'000'000);
+    EXPECT_EQ(parseEnd("2023-12-19T05:16:51.25+01:00", now), now + 250'000'000);
+    EXPECT_EQ(parseEnd("+0d00:00:42.001", now), 42 * second + 1'999'999);
+    EXPECT_EQ(parseEnd("-0d00:00:42.001", now), -42 * second - 1'000'000);
+    EXPECT_EQ(parseEnd("2262-04-11T23:47:16.854Z", now),
+              std::numeric_limits<std::int64_t>::max());
+    EXPECT_EQ(parseEnd("soon", now), std::nullopt);
+}
+
+TEST_F(TimeOption, WhatIsNoTime) {
+    for (const char *const text : {"",
+                                   " ",
+                                   "-",
+                                   "ago",
+                                   " ago",
+                                   "-h",
+                                   "-1",
+                                   "1",
+                                   "soon",
+                                   "2023-13-01",
+                                   "2023-02-29",
+                                   "25:00",
+                                   "2023-12-19T05:16:51+1",
+                                   "-1h ago",
+                                   "now UTC",
+                                   "today 5:16",
+                                   "--1h",
+                                   "-now",
+                                   "1000000d ago",
+                                   "-99999999999999999999s",
+                                   "1970-01-01",
+                                   "2300-01-01"}) {
+        EXPECT_EQ(parseMoment(text, now), std::nullopt) << text;
+    }
+    EXPECT_EQ(parseMoment(std::string_view("now\0", 4), now), std::nullopt);
+}
+
+} // namespace

@@ -1,0 +1,30 @@
+// Waits for a log file to be written or to be replaced by another file of its name.
+#pragma once
+
+#include <chrono>
+#include <string>
+
+namespace zusahpi::evtlogctl {
+
+// Throws Failure when the system has no watches left. What happens after the watch was made is
+// never missed; some waits end without a change.
+class LogWatch {
+  public:
+    explicit LogWatch(const std::string &path);
+    ~LogWatch();
+    LogWatch(const LogWatch &) = delete;
+    LogWatch &operator=(const LogWatch &) = delete;
+
+    // Watches the file that has the name now.
+    void watchFile();
+
+    // Returns after a change or after that long (for ever when it is negative). False: nobody reads
+    // standard output any more.
+    [[nodiscard]] bool wait(std::chrono::milliseconds longest);
+
+  private:
+    std::string path_;
+    int descriptor_ = -1;
+};
+
+} // namespace zusahpi::evtlogctl
