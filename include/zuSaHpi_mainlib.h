@@ -1,5 +1,5 @@
 /*
- * What libzuSaHpi_util needs from the implementation's main library: eight names that whoever
+ * What libzuSaHpi_util needs from the implementation's main library: ten names that whoever
  * links it provides. The default main library (libzuSaHpi_mainlib.a) has one of each.
  *
  * The library calls these functions on its caller's thread, with the format strings that it owns;
