@@ -1,4 +1,5 @@
-// The tables of docs/file-format.md say what the types say: every field with its offset and size.
+// The tables of docs/file-format.md say what the code says: every area and field with its offset
+// and size.
 
 #include <fstream>
 #include <map>
@@ -75,6 +76,30 @@ std::map<std::string, Place> tableUnder(const std::string &heading) {
         }
     }
     return table;
+}
+
+bool documentHasRow(const std::string &row) {
+    std::ifstream document(ZUSAHPI_TEST_DATA "/../docs/file-format.md");
+    for (std::string line; std::getline(document, line);) {
+        if (line == row) {
+            return true;
+        }
+    }
+    return false;
+}
+
+TEST(FileFormatDocument, AreasAreThoseOfTheFormat) {
+    using namespace zusahpi::eventlog;
+    const std::string entries = std::to_string(entriesOffset);
+    const std::string size = std::to_string(entrySize);
+    EXPECT_TRUE(documentHasRow("| " + std::to_string(infoOffset) + " | " +
+                               std::to_string(infoSize) + " | info record |"));
+    EXPECT_TRUE(documentHasRow("| " + std::to_string(transactionLogOffset) + " | " +
+                               std::to_string(transactionSlots * entrySize) +
+                               " | transaction log area: four slots of one entry record each |"));
+    EXPECT_TRUE(documentHasRow("| " + entries + " | " + size +
+                               " for each entry | entry records: entry number n stands at " +
+                               entries + " + (n - 1) × " + size + " |"));
 }
 
 TEST(FileFormatDocument, InfoRecordTableIsTheType) {
