@@ -8,7 +8,7 @@ packages=(cmake ninja-build g++ googletest libcli11-dev libedit-dev libfmt-dev r
     tao-pegtl-dev)
 if [ "${1:-}" = --tests ]; then
     packages+=(binutils clang-14 clang-format clang-tidy-14 cppcheck gcovr git libclang-rt-14-dev
-        llvm lnav python3 python3-jsonschema shellcheck valgrind)
+        llvm lnav mandoc python3 python3-jsonschema scdoc shellcheck valgrind)
     if [ "$(dpkg --print-architecture)" = amd64 ]; then
         packages+=(gcc-multilib g++-multilib librapidcheck-dev)
     fi
