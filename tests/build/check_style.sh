@@ -4,5 +4,5 @@ set -euo pipefail
 cd "$(dirname "$0")/../.."
 
 git ls-files '*.h' '*.cpp' '*.c' | xargs clang-format --dry-run --Werror
-git ls-files '*.sh' .ci/run | xargs shellcheck
+git ls-files '*.sh' '*.bash-completion' .ci/run | xargs shellcheck
 python3 tests/build/tidy.py

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""The pages of section 5 say what the documents say: the tables of the log file's areas and records,
-and the keywords of the configuration with their values. (Tests beside the code hold the documents
-against the code.)"""
+"""The pages of section 5 say what the documents say: the tables of the log file's areas and
+records, and the keywords of the configuration with their values. (Tests beside the code hold the
+documents against the code.)"""
 
 import re
 
