@@ -11,8 +11,6 @@ import re
 
 from page import ROOT, Complaints, literals, names, sections, sources
 
-HEADERS = ["zuSaHpi_util.h", "zuSaHpi_mainlib.h"]
-
 
 def declarations(text):
     """Declarations of functions and extern objects by their names, white space made alike."""
@@ -60,11 +58,12 @@ def check_references(complaints):
 
 def main():
     complaints = Complaints()
-    of_header = {name: declarations((ROOT / "include" / name).read_text(encoding="utf-8"))
-                 for name in HEADERS}
+    of_header = {path.name: declarations(path.read_text(encoding="utf-8"))
+                 for path in (ROOT / "include").glob("zuSaHpi_*.h")}
     complaints.same("name", exported(), of_header["zuSaHpi_util.h"], "cmake/exports.map",
                     "zuSaHpi_util.h")
-    check_pages(of_header[HEADERS[0]] | of_header[HEADERS[1]], complaints)
+    check_pages({name: prototype for declared in of_header.values()
+                 for name, prototype in declared.items()}, complaints)
     check_references(complaints)
     complaints.exit()
 
