@@ -81,8 +81,7 @@ TEST_F(TimeOption, AnEndToTheMillisecond) {
     EXPECT_EQ(parseEnd("2023-12-19T05:16:51.25+01:00", now), now + 250'000'000);
     EXPECT_EQ(parseEnd("+0d00:00:42.001", now), 42 * second + 1'999'999);
     EXPECT_EQ(parseEnd("-0d00:00:42.001", now), -42 * second - 1'000'000);
-    EXPECT_EQ(parseEnd("2262-04-11T23:47:16.854Z", now),
-              std::numeric_limits<std::int64_t>::max());
+    EXPECT_EQ(parseEnd("2262-04-11T23:47:16.854Z", now), std::numeric_limits<std::int64_t>::max());
     EXPECT_EQ(parseEnd("soon", now), std::nullopt);
 }
 
