@@ -148,12 +148,13 @@ Result talkOnTerminal(const std::vector<std::string> &arguments, const std::vect
     return result;
 }
 
-pid_t start(const std::vector<std::string> &arguments) {
+pid_t start(const std::vector<std::string> &arguments, const std::string &output,
+            const std::string &errors) {
     const pid_t child = fork();
     if (child == 0) {
         redirect("/dev/null", O_RDONLY, STDIN_FILENO);
-        redirect("/dev/null", O_WRONLY, STDOUT_FILENO);
-        redirect("/dev/null", O_WRONLY, STDERR_FILENO);
+        redirect(output, O_WRONLY | O_CREAT, STDOUT_FILENO);
+        redirect(errors, O_WRONLY | O_CREAT, STDERR_FILENO);
         execute(arguments);
     }
     if (child < 0) {

@@ -35,8 +35,9 @@ struct Typing {
 Result talkOnTerminal(const std::vector<std::string> &arguments, const std::vector<Typing> &typings,
                       const std::string &kind = "dumb");
 
-// Without waiting for it; its output is thrown away. The caller waits.
-pid_t start(const std::vector<std::string> &arguments);
+// Without waiting for it, with its standard output and error in these files. The caller waits.
+pid_t start(const std::vector<std::string> &arguments, const std::string &output = "/dev/null",
+            const std::string &errors = "/dev/null");
 
 // The same, with its standard output to a descriptor and its standard error to a file.
 pid_t startWith(const std::vector<std::string> &arguments, int output, const std::string &errors);

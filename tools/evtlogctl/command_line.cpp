@@ -1,11 +1,13 @@
 // Options and commands of evtlogctl.
 #include "tools/evtlogctl/command_line.h"
 
+#include <chrono>
 #include <cstdio>
 #include <new>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include <CLI/CLI.hpp>
 
@@ -23,6 +25,10 @@ struct Arguments {
     Settings settings;
     std::optional<std::string> syslog;
     ImportOptions import;
+    std::vector<std::string> importWords; // the file, or the command of a watch
+    bool watch = false;
+    double interval = 60;   // seconds
+    double timeLimit = 300; // seconds
     std::string form = "auto";
     std::string utcOffset = "Z";
     bool reversedOem = false;
@@ -37,6 +43,11 @@ constexpr const char *importNotes =
     R"(Forms of FILE (found by looking at the data, --format says it):
   raw    16-byte records one after another, as "ipmitool sel writeraw" writes them
   text   a record in every line that has sixteen hexadecimal bytes in a row
+
+A watch runs until it is asked to end (Ctrl-C, SIGTERM):
+  evtlogctl import --watch [options] -- COMMAND [WORD...]
+No shell reads the words. A word {} stands for a file that the command writes the records to:
+  evtlogctl import --watch --ipmitool-order -- ipmitool -I open sel writeraw {}
 
 Severity table, a line for each rule; the first that fits decides, and an event that none fits is
 informational:
@@ -83,11 +94,33 @@ void addGlobalOptions(CLI::App &app, Arguments &arguments) {
     app.fallthrough(); // global options may stand after the command too
 }
 
+// Those of `import --watch` alone.
+void addWatchOptions(CLI::App &command, Arguments &arguments) {
+    constexpr double shortest = 0.1;
+    constexpr double longest = 86'400; // a day
+    CLI::Option *const watch = command.add_flag(
+        "--watch", arguments.watch,
+        "Run the command COMMAND, which prints the records, again and again, and add what is new; "
+        "see below");
+    command
+        .add_option("--interval", arguments.interval,
+                    "With --watch: seconds from one reading to the next; default: 60")
+        ->type_name("SECONDS")
+        ->check(CLI::Range(shortest, longest))
+        ->needs(watch);
+    command
+        .add_option("--timeout", arguments.timeLimit,
+                    "With --watch: seconds after which the command is stopped; default: 300")
+        ->type_name("SECONDS")
+        ->check(CLI::Range(shortest, longest))
+        ->needs(watch);
+}
+
 CLI::App *addImport(CLI::App &app, Arguments &arguments) {
     CLI::App *const command =
         app.add_subcommand("import", "Add the records of an IPMI System Event Log to the log");
     command->footer(importNotes);
-    command->add_option("FILE", arguments.import.file, "File of records; - for standard input")
+    command->add_option("FILE", arguments.importWords, "File of records; - for standard input")
         ->type_name("")
         ->required();
     command->add_option("--format", arguments.form, "Form of FILE: auto, raw or text")
@@ -108,6 +141,8 @@ CLI::App *addImport(CLI::App &app, Arguments &arguments) {
         ->add_option("--severity-table", arguments.import.severityTable,
                      "File with a table that replaces the built-in severities")
         ->type_name("FILE");
+    command->add_flag("-q,--quiet", arguments.import.quiet, "Do not print what was added");
+    addWatchOptions(*command, arguments);
     return command;
 }
 
@@ -169,6 +204,29 @@ struct Commands {
     CLI::App *shell;
 };
 
+[[nodiscard]] std::chrono::milliseconds duration(double seconds) {
+    return std::chrono::round<std::chrono::milliseconds>(std::chrono::duration<double>(seconds));
+}
+
+[[nodiscard]] Status runImport(Arguments &arguments) {
+    ImportOptions &import = arguments.import;
+    import.form = formOf(arguments.form);
+    import.utcOffset = parseUtcOffset(arguments.utcOffset).value_or(0);
+    import.oemOrder = arguments.reversedOem ? sel::OemOrder::reversed : sel::OemOrder::wire;
+    if (arguments.watch) {
+        return watchRecords(arguments.settings, import,
+                            {.command = arguments.importWords,
+                             .interval = duration(arguments.interval),
+                             .timeLimit = duration(arguments.timeLimit)});
+    }
+    if (arguments.importWords.size() != 1) {
+        fail(Status::wrongUsage, "import takes one FILE, not {}; see \"{} --help\"",
+             arguments.importWords.size(), programName);
+    }
+    import.file = arguments.importWords.front();
+    return importRecords(arguments.settings, import);
+}
+
 [[nodiscard]] Status runCommand(const Commands &commands, Arguments &arguments) {
     if (arguments.utc) {
         useUtc();
@@ -176,11 +234,7 @@ struct Commands {
     arguments.settings.forward = arguments.syslog.has_value();
     zuSaHpiSyslogStreamSet(arguments.syslog == "stderr" ? stderr : nullptr);
     if (commands.import->parsed()) {
-        arguments.import.form = formOf(arguments.form);
-        arguments.import.utcOffset = parseUtcOffset(arguments.utcOffset).value_or(0);
-        arguments.import.oemOrder =
-            arguments.reversedOem ? sel::OemOrder::reversed : sel::OemOrder::wire;
-        return importRecords(arguments.settings, arguments.import);
+        return runImport(arguments);
     }
     if (commands.export_->parsed()) {
         return exportRecords(arguments.settings, arguments.file);

@@ -2,6 +2,7 @@
 // its work.
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -22,9 +23,21 @@ struct ImportOptions {
     std::int32_t utcOffset = 0; // minutes
     bool all = false;
     std::string severityTable; // a file; empty: the built-in table
+    bool quiet = false;        // no line for what was added
 };
 
 [[nodiscard]] Status importRecords(const Settings &settings, const ImportOptions &options);
+
+struct WatchOptions {
+    std::vector<std::string> command; // its program and its words
+    std::chrono::milliseconds interval{60'000};
+    std::chrono::milliseconds timeLimit{300'000};
+};
+
+// Imports what a command prints, again and again, until the process is asked to end. The file of
+// `import` does not count.
+[[nodiscard]] Status watchRecords(const Settings &settings, const ImportOptions &import,
+                                  const WatchOptions &watch);
 
 // `file` empty or "-": standard output.
 [[nodiscard]] Status exportRecords(const Settings &settings, const std::string &file);

@@ -7,6 +7,7 @@ namespace zusahpi::evtlogctl {
 namespace {
 
 volatile std::sig_atomic_t noted = 0;
+sigset_t usualMask; // before the signals were deferred
 
 void note(int) {
     noted = 1;
@@ -30,6 +31,33 @@ void noteInterruptions() {
 
 bool interrupted() {
     return noted != 0;
+}
+
+void deferInterruptions() {
+    sigset_t deferred;
+    sigemptyset(&deferred);
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+        sigaddset(&deferred, signal);
+    }
+    sigprocmask(SIG_BLOCK, &deferred, &usualMask);
+    handle(SIGCHLD, SIG_DFL); // ignored, as it may be from the start, children leave no status
+}
+
+void admitInterruptions() {
+    sigprocmask(SIG_SETMASK, &usualMask, nullptr);
+}
+
+void waitForAny(std::span<pollfd> descriptors, std::optional<std::chrono::milliseconds> time) {
+    timespec limit{};
+    if (time) {
+        const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(*time);
+        limit.tv_sec = static_cast<time_t>(seconds.count());
+        limit.tv_nsec = static_cast<long>(std::chrono::nanoseconds(*time - seconds).count());
+    }
+    for (pollfd &each : descriptors) {
+        each.revents = 0; // where the wait is cut short the system leaves them as they are
+    }
+    (void)ppoll(descriptors.data(), descriptors.size(), time ? &limit : nullptr, &usualMask);
 }
 
 } // namespace zusahpi::evtlogctl
