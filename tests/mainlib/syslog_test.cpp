@@ -5,7 +5,6 @@
 #include <regex>
 #include <string>
 
-#include <sched.h>
 #include <sys/mount.h>
 #include <sys/socket.h>
 #include <sys/un.h>
@@ -17,6 +16,7 @@
 #include "mainlib/default_mainlib.h"
 #include "tests/support/child.h"
 #include "tests/support/files.h"
+#include "tests/support/mount_namespace.h"
 
 namespace {
 
@@ -35,30 +35,10 @@ std::string onStream(const Body &body) {
     return lines;
 }
 
-constexpr int notPermitted = 77;
-
-// As root of the machine, or else of a user namespace in which this user is root.
-bool mountNamespace() {
-    const std::string user = "0 " + std::to_string(geteuid()) + " 1";
-    const std::string group = "0 " + std::to_string(getegid()) + " 1";
-    if (unshare(CLONE_NEWNS) == 0) {
-        return true;
-    }
-    if (unshare(CLONE_NEWUSER | CLONE_NEWNS) != 0) {
-        return false;
-    }
-    // Files can only be made by ids that the namespace knows.
-    test_support::writeFile("/proc/self/setgroups", "deny");
-    test_support::writeFile("/proc/self/uid_map", user);
-    test_support::writeFile("/proc/self/gid_map", group);
-    return true;
-}
-
 // Takes this process into a mount namespace with a /dev of its own, where /dev/log is a socket of
 // this test. Returns the socket, -1 where the kernel does not permit that.
 int ownSystemLog() {
-    if (!mountNamespace() || mount("none", "/", "none", MS_REC | MS_PRIVATE, nullptr) != 0 ||
-        mount("none", "/dev", "tmpfs", 0, nullptr) != 0) {
+    if (!test_support::enterMountNamespace() || mount("none", "/dev", "tmpfs", 0, nullptr) != 0) {
         return -1;
     }
     const int log = socket(AF_UNIX, SOCK_DGRAM, 0);
@@ -143,7 +123,7 @@ TEST(Syslog, WithoutAStreamLinesGoToTheSystemLog) {
     const test_support::ChildResult child = test_support::runInChild([] {
         const int log = ownSystemLog();
         if (log < 0) {
-            std::exit(notPermitted);
+            std::exit(test_support::notPermitted);
         }
         // LOG_DAEMON is facility 3: 24 and the level.
         zuSaHpiSyslog(2, "HPI: Sensor %u %s\n", 7U, "100%");
@@ -171,7 +151,7 @@ TEST(Syslog, WithoutAStreamLinesGoToTheSystemLog) {
     });
     // Only the kernel's refusal of a private /dev/log skips: without one the lines would go to the
     // machine's own log, where they could not be compared.
-    if (child.exitStatus == notPermitted) {
+    if (child.exitStatus == test_support::notPermitted) {
         GTEST_SKIP() << "no private mount namespace here: /dev/log cannot be replaced";
     }
     EXPECT_EQ(child.exitStatus, 0) << child.diagnostics;

@@ -52,8 +52,8 @@ void waitFor(Clock::duration time) {
 
 // What the copy of this process reports.
 struct Batch {
-    std::uint64_t added = 0;
-    std::uint64_t lost = 0;
+    std::size_t added = 0;
+    std::size_t lost = 0;
 };
 
 [[nodiscard]] Batch addBatch(const Watch &watch, const std::vector<sel::Record> &records,
@@ -181,8 +181,8 @@ void hintOnce(Watch &watch, const std::vector<sel::Record> &records) {
     if (!news.places.empty()) {
         hintOnce(watch, *reading);
         Added added = addNews(watch, taken(*reading, news.places));
-        look.counts.added = static_cast<std::size_t>(added.batch.added);
-        look.counts.lost = static_cast<std::size_t>(added.batch.lost);
+        look.counts.added = added.batch.added;
+        look.counts.lost = added.batch.lost;
         look.trouble = std::move(added.trouble);
         if (news.replaced && !watch.known->ofLog) {
             look.remark = "; none of them was there before: it was cleared or has gone round";
