@@ -60,6 +60,17 @@ Records someRecords(std::uint8_t first, std::size_t count) {
     return records;
 }
 
+// So many that adding them takes a while.
+Records manyRecords() {
+    std::mt19937_64 random(7);
+    Records records(60'000);
+    for (sel_samples::Record &record : records) {
+        record = sel_samples::randomRecord(random);
+        record.bytes[2] = 2; // a sensor's event
+    }
+    return records;
+}
+
 class Watch : public testing::Test {
   protected:
     Watch() {
@@ -387,12 +398,7 @@ TEST_F(Watch, SignalsEndItWhileItWaits) {
 // Many records: the signal comes while they are added.
 TEST_F(Watch, SignalsEndItWhileItAdds) {
     configure("Size=100000\nOverflow=wrap");
-    std::mt19937_64 random(7);
-    Records records(60'000);
-    for (sel_samples::Record &record : records) {
-        record = sel_samples::randomRecord(random);
-        record.bytes[2] = 2; // a sensor's event
-    }
+    const Records records = manyRecords();
     controllerHas(records);
     start();
     EXPECT_TRUE(comesTrue([&] { return exists(lock) && exists(log); }));
@@ -480,6 +486,26 @@ TEST_F(Watch, ALockThatIsHeldForLong) {
     expectLogged(someRecords(1, 2));
 }
 
+// How many records arrived before only the log knows.
+TEST_F(Watch, ACopyThatIsKilledWhileItAdds) {
+    configure("Size=100000\nOverflow=wrap");
+    const Records records = manyRecords();
+    controllerHas(records);
+    startCommand({"cat", sel}, {"--all"});
+    EXPECT_TRUE(comesTrue([&] { return exists(lock) && exists(log); }));
+    const std::string id = std::to_string(watch);
+    const std::string copy = readFile("/proc/" + id + "/task/" + id + "/children");
+    ASSERT_EQ(kill(std::stoi(copy), SIGKILL), 0);
+    const std::string killed = "evtlogctl: " + log +
+                               ": the process that adds records was killed by signal 9; remove its "
+                               "lock with \"evtlogctl unlock\"\n";
+    expectErrors(killed);
+    EXPECT_EQ(program::run({"unlock", log}).exitStatus, 0);
+    EXPECT_TRUE(comesTrue([&] { return linesOf(readFile(out)) == 1; })) << readFile(err);
+    EXPECT_EQ(end(), 0);
+    expectLogged(records);
+}
+
 TEST_F(Watch, AFullLogThatTakesNoMore) {
     configure("Size=2\nOverflow=drop");
     controllerHas(someRecords(1, 5));
@@ -490,7 +516,10 @@ TEST_F(Watch, AFullLogThatTakesNoMore) {
                              "Size or another Overflow in the configuration\n";
     expectErrors(full);
     expectRuns(3);
-    EXPECT_EQ(program::run({"--root", root, "--config", config, "evtlog", "clear"}).exitStatus, 0);
+    EXPECT_TRUE(comesTrue([&] { // the watch tries again and again, and holds the lock meanwhile
+        return program::run({"--root", root, "--config", config, "evtlog", "clear"}).exitStatus ==
+               0;
+    }));
     EXPECT_TRUE(comesTrue([&] { return linesOf(readFile(out)) == 2; }));
     EXPECT_TRUE(readFile(out).ends_with("sh: 5 records read, 2 added, 2 already known\n"));
     EXPECT_EQ(end(), 0);

@@ -35,7 +35,8 @@ struct Watch {
     const ImportOptions &import;
     sel::Mapping mapping;
     SelCommand command;
-    std::optional<sel::Known> known; // empty before the first reading
+    std::optional<sel::Known> known; // empty when the log is to be asked
+    bool all = false;                // what the log holds does not count as known
     bool hinted = false;             // at the order of manufacturer ids
     std::string trouble;             // that was said and has not passed, without its numbers
 };
@@ -106,7 +107,7 @@ struct Added {
     std::string trouble; // lines; empty when all were added
 };
 
-[[nodiscard]] Added addNews(const Watch &watch, const std::vector<sel::Record> &records) {
+[[nodiscard]] Added addNews(Watch &watch, const std::vector<sel::Record> &records) {
     waitForLock(watch.setup);
     const ChildResult result = runCopy([&] { return runBatch(watch, records); });
     Added added;
@@ -114,10 +115,14 @@ struct Added {
         std::memcpy(&added.batch, result.output.data(), sizeof added.batch);
     }
     if (result.ending == Ending::notStarted) {
-        fail(Status::systemRefused, "{}: no process can be made that adds records: {}; end others",
+        fail(Status::systemRefused,
+             "{}: no process can be made that adds records: {}; end other "
+             "programs",
              watch.setup.path, std::strerror(result.code));
     }
     if (result.ending == Ending::killed) {
+        watch.known.reset(); // how many it added only the log knows
+        watch.all = false;
         fail(Status::systemRefused,
              "{}: the process that adds records was killed by signal {}; remove its lock with "
              "\"evtlogctl unlock\"",
@@ -163,8 +168,8 @@ void hintOnce(Watch &watch, const std::vector<sel::Record> &records) {
         return std::nullopt;
     }
     if (!watch.known) {
-        watch.known = {.records = watch.import.all ? std::vector<sel::Record>{}
-                                                   : recordsOfLog(watch.setup),
+        watch.known = {.records =
+                           watch.all ? std::vector<sel::Record>{} : recordsOfLog(watch.setup),
                        .ofLog = true};
     }
     sel::News news = sel::newsOf(*watch.known, *reading);
@@ -256,6 +261,7 @@ Status watchRecords(const Settings &settings, const ImportOptions &import,
                     .severities = &severities},
         .command = {.words = options.command, .form = import.form, .timeLimit = options.timeLimit},
         .known = {},
+        .all = import.all,
         .trouble = {}};
     while (!interrupted()) {
         watchOnce(watch);
