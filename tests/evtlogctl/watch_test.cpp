@@ -280,6 +280,12 @@ TEST_F(Watch, ACommandThatWritesAFile) {
     EXPECT_FALSE(exists(written));
 }
 
+TEST_F(Watch, ACommandThatRemovesItsFile) {
+    startCommand({"rm", "{}"});
+    expectErrors("evtlogctl: rm removed the file for the records; check the command\n");
+    EXPECT_EQ(end(), 0);
+}
+
 TEST_F(Watch, ACommandReadsNothingAndSignalsAreItsOwn) {
     controllerHas(someRecords(1, 1));
     control("[ -z \"$(cat)\" ] || exit 9; (yes; exit 9) | head -n 1 >/dev/null");

@@ -234,11 +234,9 @@ void openHandle(Child &child) {
     (void)posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF |
                                                     POSIX_SPAWN_SETPGROUP);
     std::vector<std::string> copies = words;
-    std::vector<char *> pointers;
-    for (std::string &each : copies) {
-        pointers.push_back(each.data());
-    }
-    pointers.push_back(nullptr);
+    std::vector<char *> pointers(copies.size() + 1); // a null pointer is the last
+    std::transform(copies.begin(), copies.end(), pointers.begin(),
+                   [](std::string &each) { return each.data(); });
     const int error =
         posix_spawnp(&child.id, pointers.front(), &actions, &attributes, pointers.data(), environ);
     (void)posix_spawnattr_destroy(&attributes);

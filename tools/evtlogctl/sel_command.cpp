@@ -20,17 +20,21 @@ constexpr std::size_t mostOutput = std::size_t{16} << 20U; // bytes
 constexpr std::size_t mostRecords = 0xFFFE; // record ids of a SEL: 0 and FFFFh stand for no record
 constexpr std::size_t longestDetail = 200;
 
+[[nodiscard]] std::string scratchName() {
+    std::error_code error; // the folder of the environment is none
+    const std::filesystem::path folder = std::filesystem::temp_directory_path(error);
+    return (error ? std::filesystem::path("/tmp") : folder) / "evtlogctl-XXXXXX";
+}
+
 // An empty file that is gone when the reading is done.
 class ScratchFile {
   public:
-    ScratchFile() {
-        std::error_code error;
-        path_ = (std::filesystem::temp_directory_path(error) / "evtlogctl-XXXXXX").string();
-        const int descriptor = error ? -1 : mkstemp(path_.data());
+    ScratchFile() : path_(scratchName()) {
+        const int descriptor = mkstemp(path_.data());
         if (descriptor < 0) {
             fail(Status::systemRefused,
-                 "no file for the records can be made: {}; check the folder {}",
-                 error ? error.message() : systemError(), path_);
+                 "no file for the records can be made: {}; check the folder for temporary files",
+                 systemError());
         }
         (void)close(descriptor); // nothing was written
     }
