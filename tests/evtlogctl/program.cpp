@@ -163,10 +163,16 @@ pid_t start(const std::vector<std::string> &arguments, const std::string &output
     return child;
 }
 
-pid_t startWith(const std::vector<std::string> &arguments, int output, const std::string &errors) {
+pid_t startWith(const std::vector<std::string> &arguments, int output, const std::string &errors,
+                int input) {
     const pid_t child = fork();
     if (child == 0) {
-        redirect("/dev/null", O_RDONLY, STDIN_FILENO);
+        if (input < 0) {
+            redirect("/dev/null", O_RDONLY, STDIN_FILENO);
+        } else {
+            dup2(input, STDIN_FILENO);
+            close(input);
+        }
         dup2(output, STDOUT_FILENO);
         close(output);
         redirect(errors, O_WRONLY | O_CREAT, STDERR_FILENO);

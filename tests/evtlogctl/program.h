@@ -39,8 +39,10 @@ Result talkOnTerminal(const std::vector<std::string> &arguments, const std::vect
 pid_t start(const std::vector<std::string> &arguments, const std::string &output = "/dev/null",
             const std::string &errors = "/dev/null");
 
-// The same, with its standard output to a descriptor and its standard error to a file.
-pid_t startWith(const std::vector<std::string> &arguments, int output, const std::string &errors);
+// The same, with its standard output to a descriptor and its standard error to a file, and with a
+// descriptor as its standard input unless that is negative.
+pid_t startWith(const std::vector<std::string> &arguments, int output, const std::string &errors,
+                int input = -1);
 
 // Waits for it and returns its exit status.
 int finish(pid_t process);

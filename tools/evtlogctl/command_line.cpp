@@ -337,7 +337,9 @@ int run(int argumentCount, char **arguments) {
     try {
         return parseAndRun(argumentCount, arguments);
     } catch (const Failure &failure) {
-        complain(failure.what());
+        if (*failure.what() != '\0') {
+            complain(failure.what());
+        }
         return static_cast<int>(failure.status);
     } catch (const std::bad_alloc &) {
         complain("there is not enough memory for this log or file; list fewer entries with -n");

@@ -2,7 +2,6 @@
 // for many.
 #include <cstdio>
 #include <cstring>
-#include <iostream>
 #include <string>
 #include <string_view>
 
@@ -12,6 +11,7 @@
 #include "tools/evtlogctl/commands.h"
 #include "tools/evtlogctl/interruption.h"
 #include "tools/evtlogctl/line_editor.h"
+#include "tools/evtlogctl/line_input.h"
 #include "tools/evtlogctl/output.h"
 
 namespace zusahpi::evtlogctl {
@@ -63,38 +63,53 @@ void printHelp() {
     return true;
 }
 
+// Something was left out when the user had enough.
+[[nodiscard]] Status statusAtTheEnd() {
+    return interrupted() ? Status::findings : Status::done;
+}
+
+// A line is carried out while signals come in, and waited for while they are deferred.
+[[nodiscard]] bool runWhileAdmitting(const std::string &line) {
+    admitInterruptions();
+    const bool goesOn = runShellLine(line);
+    deferInterruptions();
+    return goesOn && !interrupted();
+}
+
 } // namespace
 
 Status runEvtlog(const Settings &settings, const std::vector<std::string> &words) {
-    startLog(configure(settings));
+    const LogSetup setup = configure(settings);
+    noteInterruptions();
+    silenceWhenInterrupted();
+    startLog(setup);
     std::string line(commandWord);
     for (const std::string &word : words) {
         line += " " + word;
     }
     runLine(line);
-    return Status::done;
+    return statusAtTheEnd();
 }
 
 Status runShell(const Settings &settings) {
-    startLog(configure(settings));
+    const LogSetup setup = configure(settings);
     noteInterruptions();
-    if (isatty(STDIN_FILENO) == 0) {
-        for (std::string line; !interrupted() && std::getline(std::cin, line);) {
-            if (!runShellLine(line)) {
-                break;
-            }
-        }
-        return Status::done;
+    silenceWhenInterrupted();
+    startLog(setup);
+    deferInterruptions();
+    const bool edits = isatty(STDIN_FILENO) != 0;
+    if (edits) {
+        openLineEditor(std::string(zuSaHpiRoot) + "/evtlogctl_history");
     }
-    openLineEditor(std::string(zuSaHpiRoot) + "/evtlogctl_history");
-    while (!interrupted()) {
-        const std::optional<std::string> line = editLine("evtlog> ");
-        if (!line || !runShellLine(*line)) {
+    while (const auto line = edits ? editLine("evtlog> ") : readLine()) {
+        if (!runWhileAdmitting(*line)) {
             break;
         }
     }
-    closeLineEditor();
-    return Status::done;
+    if (edits) {
+        closeLineEditor();
+    }
+    return statusAtTheEnd();
 }
 
 } // namespace zusahpi::evtlogctl

@@ -14,6 +14,7 @@
 namespace zusahpi::evtlogctl {
 
 struct Failure : std::runtime_error {
+    // Without a text nothing is printed: nobody is there to read it.
     Failure(Status exitStatus, const std::string &text)
         : std::runtime_error(text), status(exitStatus) {
     }

@@ -1,16 +1,26 @@
 // Signals as a note.
 #include "tools/evtlogctl/interruption.h"
 
+#include <cerrno>
 #include <csignal>
+
+#include <fcntl.h>
+#include <unistd.h>
 
 namespace zusahpi::evtlogctl {
 namespace {
 
 volatile std::sig_atomic_t noted = 0;
-sigset_t usualMask; // before the signals were deferred
+sigset_t usualMask;                      // before the signals were deferred
+volatile std::sig_atomic_t nowhere = -1; // descriptor that takes the place of standard output
 
 void note(int) {
     noted = 1;
+    if (nowhere >= 0) {
+        const int error = errno;
+        (void)dup2(nowhere, STDOUT_FILENO);
+        errno = error;
+    }
 }
 
 void handle(int signal, void (*handler)(int)) {
@@ -31,6 +41,12 @@ void noteInterruptions() {
 
 bool interrupted() {
     return noted != 0;
+}
+
+void silenceWhenInterrupted() {
+    if (nowhere < 0) {
+        nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC); // without it the printout goes on
+    }
 }
 
 void deferInterruptions() {

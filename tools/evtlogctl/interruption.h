@@ -16,6 +16,10 @@ void noteInterruptions();
 
 [[nodiscard]] bool interrupted();
 
+// From now on one of these signals also turns standard output to nowhere, so that a long printout
+// ends at once and the command behind it soon.
+void silenceWhenInterrupted();
+
 // For a command that waits: from now on these signals come in only while it waits below, so that
 // none slips in between a look at interrupted() and the wait.
 void deferInterruptions();

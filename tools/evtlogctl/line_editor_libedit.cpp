@@ -1,13 +1,17 @@
 // The line editor on libedit.
+#include <clocale>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <cwchar>
 #include <memory>
 #include <sstream>
 
 #include <editline/readline.h>
+#include <unistd.h>
 
 #include "tools/evtlogctl/line_editor.h"
+#include "tools/evtlogctl/line_input.h"
 
 namespace zusahpi::evtlogctl {
 namespace {
@@ -45,11 +49,32 @@ char **complete(const char *typed, int start, int) {
                                  [](const char *text, int) { return nextMatch(text, number++); });
 }
 
+// The editor's way to a character, in the locale's encoding: bytes that are none are passed over. A
+// signal ends the line, and with it the shell.
+int nextCharacter(FILE *) {
+    std::mbstate_t state{};
+    char byte = 0;
+    while (awaitInput() && read(STDIN_FILENO, &byte, 1) == 1) {
+        wchar_t character = 0;
+        const std::size_t length = std::mbrtowc(&character, &byte, 1, &state);
+        constexpr auto unfinished = static_cast<std::size_t>(-2);
+        if (length < unfinished) {
+            return static_cast<int>(character);
+        }
+        if (length > unfinished) {
+            state = {};
+        }
+    }
+    return EOF;
+}
+
 } // namespace
 
 void openLineEditor(const std::string &historyFile) {
+    (void)std::setlocale(LC_CTYPE, ""); // in the locale "C" there are no other letters
     editor().historyFile = historyFile;
     rl_attempted_completion_function = complete;
+    rl_getc_function = nextCharacter;
     using_history();
     stifle_history(longestHistory);
     (void)read_history(historyFile.c_str()); // there is none at first

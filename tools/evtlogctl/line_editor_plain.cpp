@@ -1,8 +1,8 @@
 // The line editor where libedit is not there: the terminal's own editing, no history.
 #include <cstdio>
-#include <iostream>
 
 #include "tools/evtlogctl/line_editor.h"
+#include "tools/evtlogctl/line_input.h"
 
 namespace zusahpi::evtlogctl {
 
@@ -12,11 +12,7 @@ void openLineEditor(const std::string &) {
 std::optional<std::string> editLine(const char *prompt) {
     std::fputs(prompt, stdout);
     std::fflush(stdout);
-    std::string line;
-    if (!std::getline(std::cin, line)) {
-        return std::nullopt;
-    }
-    return line;
+    return readLine();
 }
 
 void closeLineEditor() {

@@ -9,18 +9,27 @@
 
 namespace zusahpi::evtlogctl {
 
+namespace {
+
+[[noreturn]] void refuse(std::string_view name) {
+    if (errno == EPIPE) { // whoever read it has had enough: that needs no word
+        throw Failure(Status::findings, "");
+    }
+    fail(Status::systemRefused, "{} cannot be written: {}; check the disk", name, systemError());
+}
+
+} // namespace
+
 void writeAll(std::FILE *to, std::string_view bytes, std::string_view name) {
     // cppcheck-suppress ctunullpointer ; a caller without a stream does not come back from fail()
     if (std::fwrite(bytes.data(), 1, bytes.size(), to) != bytes.size()) {
-        fail(Status::systemRefused, "{} cannot be written: {}; check the disk", name,
-             systemError());
+        refuse(name);
     }
 }
 
 void flushAll(std::FILE *to, std::string_view name) {
-    if (std::fflush(to) != 0) {
-        fail(Status::systemRefused, "{} cannot be written: {}; check the disk", name,
-             systemError());
+    if (std::fflush(to) != 0 || std::ferror(to) != 0) {
+        refuse(name);
     }
 }
 

@@ -7,7 +7,8 @@
 
 namespace zusahpi::evtlogctl {
 
-// Throws Failure when not everything arrives: a full disk must not look like success.
+// Throws Failure when not everything arrives, now or since the stream was opened: a full disk must
+// not look like success. A pipe that nobody reads any more is a Failure without words.
 void writeAll(std::FILE *to, std::string_view bytes, std::string_view name);
 void flushAll(std::FILE *to, std::string_view name);
 
