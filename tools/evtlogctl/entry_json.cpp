@@ -1,110 +1,34 @@
 // Entries as JSON. What has no place in JSON, such as a reading that is no number, is null.
 #include "tools/evtlogctl/entry_json.h"
 
-#include <array>
-#include <bit>
 #include <cmath>
 #include <cstdint>
 #include <optional>
 #include <string_view>
 
 #include <rapidjson/stringbuffer.h>
-#include <rapidjson/writer.h>
 
 #include "constants/type_ids.h"
+#include "tools/evtlogctl/json_writer.h"
 #include "tools/evtlogctl/log_line.h"
 #include "tools/evtlogctl/names.h"
 #include "tools/evtlogctl/sel_mapping.h"
-#include "tools/evtlogctl/utf8.h"
-#include "zuSaHpi_mainlib.h"
 
 namespace zusahpi::evtlogctl {
 namespace {
 
-using Writer = rapidjson::Writer<rapidjson::StringBuffer>;
-
-void putString(Writer &out, std::string_view text) {
-    out.String(text.data(), static_cast<rapidjson::SizeType>(text.size()));
-}
-
-void putKey(Writer &out, std::string_view name, std::string_view suffix = {}) {
-    static std::string key; // keeps its room from key to key
-    key.assign(name).append(suffix);
-    out.Key(key.data(), static_cast<rapidjson::SizeType>(key.size()));
-}
-
-void putNumber(Writer &out, std::string_view name, std::uint32_t value) {
-    putKey(out, name);
-    out.Uint(value);
-}
-
-void putFlag(Writer &out, std::string_view name, SaHpiBoolT value) {
-    putKey(out, name);
-    out.Bool(value != SAHPI_FALSE);
-}
-
-void putNull(Writer &out, std::string_view name) {
-    putKey(out, name);
-    out.Null();
-}
-
-void putName(Writer &out, std::uint32_t value, std::uint32_t typeKey) {
-    if (const auto name = standardName(value, typeKey)) {
-        putString(out, *name);
-    } else {
-        out.Null();
-    }
-}
-
-void putConstant(Writer &out, std::string_view name, std::uint32_t value, std::uint32_t typeKey) {
-    putNumber(out, name, value);
-    putKey(out, name, "Name");
-    putName(out, value, typeKey);
-}
-
-void putMask(Writer &out, std::string_view name, std::uint32_t value, std::uint32_t typeKey) {
-    putNumber(out, name, value);
-    putKey(out, name, "Names");
-    out.StartArray();
-    for (std::uint32_t rest = value; rest != 0; rest &= rest - 1) {
-        putName(out, 1U << std::countr_zero(rest), typeKey);
-    }
-    out.EndArray();
-}
-
-void putTime(Writer &out, std::string_view name, SaHpiTimeT time) {
-    putKey(out, name);
-    out.Int64(time);
-    putKey(out, name, "Time");
-    if (time <= SAHPI_TIME_MAX_RELATIVE) { // as the time that means none does
-        out.Null();
-        return;
-    }
-    std::array<char, ZUSAHPI_TIME_TEXT_SIZE> buffer{};
-    putString(out, zuSaHpiTimeT2String(time, 0, buffer.data()));
-}
-
-void putBytes(Writer &out, std::string_view name, const unsigned char *bytes, std::size_t count) {
-    constexpr std::string_view digits = "0123456789abcdef";
-    std::string text;
-    for (std::size_t i = 0; i < count; ++i) {
-        text += digits[bytes[i] >> 4];
-        text += digits[bytes[i] & 0x0F];
-    }
-    putKey(out, name);
-    putString(out, text);
-}
+using Writer = JsonWriter;
 
 void putTextBuffer(Writer &out, std::string_view name, const SaHpiTextBufferT &buffer) {
     putKey(out, name);
     out.StartObject();
     putConstant(out, "DataType", buffer.DataType, type_id::textType);
     putConstant(out, "Language", buffer.Language, type_id::language);
-    putKey(out, "Text");
     if (isText(buffer)) {
-        putString(out, validUtf8({reinterpret_cast<const char *>(buffer.Data), buffer.DataLength}));
+        putForeignText(out, "Text",
+                       {reinterpret_cast<const char *>(buffer.Data), buffer.DataLength});
     } else {
-        out.Null();
+        putNull(out, "Text");
     }
     putBytes(out, "Data", buffer.Data, buffer.DataLength);
     out.EndObject();
@@ -190,7 +114,7 @@ void putSensorEvent(Writer &out, const SaHpiSensorEventT &event) {
     putNumber(out, "SensorNum", event.SensorNum);
     putConstant(out, "SensorType", event.SensorType, type_id::sensorType);
     putConstant(out, "EventCategory", event.EventCategory, type_id::eventCategory);
-    putFlag(out, "Assertion", event.Assertion);
+    putFlag(out, "Assertion", event.Assertion != SAHPI_FALSE);
     putStates(out, "EventState", event.EventState, event.EventCategory);
     putReading(out, "TriggerReading", event.TriggerReading, has(SAHPI_SOD_TRIGGER_READING));
     putReading(out, "TriggerThreshold", event.TriggerThreshold, has(SAHPI_SOD_TRIGGER_THRESHOLD));
@@ -206,8 +130,8 @@ void putEnableChange(Writer &out, const SaHpiSensorEnableChangeEventT &event) {
     putNumber(out, "SensorNum", event.SensorNum);
     putConstant(out, "SensorType", event.SensorType, type_id::sensorType);
     putConstant(out, "EventCategory", event.EventCategory, type_id::eventCategory);
-    putFlag(out, "SensorEnable", event.SensorEnable);
-    putFlag(out, "SensorEventEnable", event.SensorEventEnable);
+    putFlag(out, "SensorEnable", event.SensorEnable != SAHPI_FALSE);
+    putFlag(out, "SensorEventEnable", event.SensorEventEnable != SAHPI_FALSE);
     putStates(out, "AssertEventMask", event.AssertEventMask, event.EventCategory);
     putStates(out, "DeassertEventMask", event.DeassertEventMask, event.EventCategory);
     putStates(out, "CurrentState", event.CurrentState, event.EventCategory,
@@ -241,15 +165,6 @@ void putDomainEvent(Writer &out, const SaHpiDomainEventT &event) {
 void putOemEvent(Writer &out, const SaHpiOemEventT &event) {
     putNumber(out, "MId", event.MId);
     putTextBuffer(out, "OemEventData", event.OemEventData);
-}
-
-// An object under `name`, whose members `put` writes.
-template <typename Put, typename Part>
-void putObject(Writer &out, std::string_view name, Put put, const Part &part) {
-    putKey(out, name);
-    out.StartObject();
-    put(out, part);
-    out.EndObject();
 }
 
 // The member of the union that the type of the event names; none for an unknown type.
@@ -326,7 +241,7 @@ void putRpt(Writer &out, const SaHpiRptEntryT &rpt) {
     putMask(out, "ResourceCapabilities", rpt.ResourceCapabilities, type_id::capabilities);
     putMask(out, "HotSwapCapabilities", rpt.HotSwapCapabilities, type_id::hsCapabilities);
     putConstant(out, "ResourceSeverity", rpt.ResourceSeverity, type_id::severity);
-    putFlag(out, "ResourceFailed", rpt.ResourceFailed);
+    putFlag(out, "ResourceFailed", rpt.ResourceFailed != SAHPI_FALSE);
     putTextBuffer(out, "ResourceTag", rpt.ResourceTag);
 }
 
@@ -334,7 +249,7 @@ void putSensorRec(Writer &out, const SaHpiSensorRecT &rec) {
     putNumber(out, "Num", rec.Num);
     putConstant(out, "Type", rec.Type, type_id::sensorType);
     putConstant(out, "Category", rec.Category, type_id::eventCategory);
-    putFlag(out, "EnableCtrl", rec.EnableCtrl);
+    putFlag(out, "EnableCtrl", rec.EnableCtrl != SAHPI_FALSE);
     putConstant(out, "EventCtrl", rec.EventCtrl, type_id::sensorEventCtrl);
     putStates(out, "Events", rec.Events, rec.Category);
     putNumber(out, "Oem", rec.Oem);
@@ -344,13 +259,13 @@ void putCtrlRec(Writer &out, const SaHpiCtrlRecT &rec) {
     putNumber(out, "Num", rec.Num);
     putConstant(out, "OutputType", rec.OutputType, type_id::ctrlOutputType);
     putConstant(out, "Type", rec.Type, type_id::ctrlType);
-    putFlag(out, "WriteOnly", rec.WriteOnly);
+    putFlag(out, "WriteOnly", rec.WriteOnly != SAHPI_FALSE);
     putNumber(out, "Oem", rec.Oem);
 }
 
 void putInventoryRec(Writer &out, const SaHpiInventoryRecT &rec) {
     putNumber(out, "IdrId", rec.IdrId);
-    putFlag(out, "Persistent", rec.Persistent);
+    putFlag(out, "Persistent", rec.Persistent != SAHPI_FALSE);
     putNumber(out, "Oem", rec.Oem);
 }
 
@@ -362,7 +277,7 @@ void putWatchdogRec(Writer &out, const SaHpiWatchdogRecT &rec) {
 void putAnnunciatorRec(Writer &out, const SaHpiAnnunciatorRecT &rec) {
     putNumber(out, "AnnunciatorNum", rec.AnnunciatorNum);
     putConstant(out, "AnnunciatorType", rec.AnnunciatorType, type_id::annunciatorType);
-    putFlag(out, "ModeReadOnly", rec.ModeReadOnly);
+    putFlag(out, "ModeReadOnly", rec.ModeReadOnly != SAHPI_FALSE);
     putNumber(out, "MaxConditions", rec.MaxConditions);
     putNumber(out, "Oem", rec.Oem);
 }
@@ -394,7 +309,7 @@ void putRdr(Writer &out, const SaHpiRdrT &rdr) {
     putNumber(out, "RecordId", rdr.RecordId);
     putConstant(out, "RdrType", rdr.RdrType, type_id::rdrType);
     putEntityPath(out, "Entity", rdr.Entity);
-    putFlag(out, "IsFru", rdr.IsFru);
+    putFlag(out, "IsFru", rdr.IsFru != SAHPI_FALSE);
     putRecord(out, rdr.RdrType, rdr.RdrTypeUnion);
     putTextBuffer(out, "IdString", rdr.IdString);
 }

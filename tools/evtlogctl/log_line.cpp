@@ -70,7 +70,8 @@ void appendText(std::string &text, const SaHpiTextBufferT &buffer) {
     }
 }
 
-// The tag of the resource when the entry has one, its number otherwise.
+} // namespace
+
 void appendSource(std::string &text, const EventLogEntryRecord &entry) {
     const SaHpiTextBufferT &tag = entry.rpt.ResourceTag;
     const SaHpiResourceIdT source = entry.entry.Event.Source;
@@ -83,6 +84,8 @@ void appendSource(std::string &text, const EventLogEntryRecord &entry) {
     }
 }
 
+namespace {
+
 // The id string of the instrument; false when the entry has none.
 [[nodiscard]] bool appendedIdString(std::string &text, const EventLogEntryRecord &entry) {
     const SaHpiTextBufferT &id = entry.rdr.IdString;
@@ -93,13 +96,37 @@ void appendSource(std::string &text, const EventLogEntryRecord &entry) {
     return true;
 }
 
-void appendSensor(std::string &text, const EventLogEntryRecord &entry, SaHpiSensorTypeT type,
-                  SaHpiSensorNumT number) {
-    if (!appendedIdString(text, entry)) {
-        append(text, displayName(type, type_id::sensorType, "SAHPI_"), " sensor ", number);
-    }
-    text += ": ";
+void appendSensor(std::string &text, SaHpiSensorTypeT type, SaHpiSensorNumT number) {
+    append(text, displayName(type, type_id::sensorType, "SAHPI_"), " sensor ", number);
 }
+
+} // namespace
+
+void appendSensorName(std::string &text, const EventLogEntryRecord &entry) {
+    const SaHpiEventUnionT &data = entry.entry.Event.EventDataUnion;
+    switch (entry.entry.Event.EventType) {
+    case SAHPI_ET_SENSOR:
+        if (!appendedIdString(text, entry)) {
+            appendSensor(text, data.SensorEvent.SensorType, data.SensorEvent.SensorNum);
+        }
+        break;
+    case SAHPI_ET_SENSOR_ENABLE_CHANGE:
+        if (!appendedIdString(text, entry)) {
+            appendSensor(text, data.SensorEnableChangeEvent.SensorType,
+                         data.SensorEnableChangeEvent.SensorNum);
+        }
+        break;
+    case SAHPI_ET_WATCHDOG:
+        if (!appendedIdString(text, entry)) {
+            append(text, "Watchdog ", data.WatchdogEvent.WatchdogNum);
+        }
+        break;
+    default:
+        break;
+    }
+}
+
+namespace {
 
 void appendStates(std::string &text, SaHpiEventStateT states, SaHpiEventCategoryT category) {
     const std::uint32_t key = stateKey(category);
@@ -142,7 +169,8 @@ void appendReading(std::string &text, const SaHpiSensorReadingT &reading) {
 void appendSensorEvent(std::string &text, const EventLogEntryRecord &entry,
                        const std::optional<sel::Record> &record) {
     const SaHpiSensorEventT &event = entry.entry.Event.EventDataUnion.SensorEvent;
-    appendSensor(text, entry, event.SensorType, event.SensorNum);
+    appendSensorName(text, entry);
+    text += ": ";
     const std::string_view special = record ? sel::eventText(*record) : std::string_view{};
     if (special.empty()) {
         appendStates(text, event.EventState, event.EventCategory);
@@ -177,17 +205,15 @@ void appendSensorEvent(std::string &text, const EventLogEntryRecord &entry,
 
 void appendEnableChange(std::string &text, const EventLogEntryRecord &entry) {
     const auto &event = entry.entry.Event.EventDataUnion.SensorEnableChangeEvent;
-    appendSensor(text, entry, event.SensorType, event.SensorNum);
-    append(text, "sensor ", event.SensorEnable != SAHPI_FALSE ? "enabled" : "disabled", ", events ",
-           event.SensorEventEnable != SAHPI_FALSE ? "enabled" : "disabled");
+    appendSensorName(text, entry);
+    append(text, ": sensor ", event.SensorEnable != SAHPI_FALSE ? "enabled" : "disabled",
+           ", events ", event.SensorEventEnable != SAHPI_FALSE ? "enabled" : "disabled");
 }
 
 void appendWatchdogEvent(std::string &text, const EventLogEntryRecord &entry,
                          const std::optional<sel::Record> &record) {
     const SaHpiWatchdogEventT &event = entry.entry.Event.EventDataUnion.WatchdogEvent;
-    if (!appendedIdString(text, entry)) {
-        append(text, "Watchdog ", event.WatchdogNum);
-    }
+    appendSensorName(text, entry);
     append(text, ": action ",
            displayName(event.WatchdogAction, type_id::watchdogActionEvent, "SAHPI_WAE_"));
     if (record) {
@@ -365,7 +391,7 @@ void appendLogLine(std::string &text, const EventLogEntryRecord &entry, const Li
     appendSource(text, entry);
     endColumn(text, column, sourceWidth);
     appendMessage(text, entry);
-    text += event.Timestamp != SAHPI_TIME_UNSPECIFIED ? "" : " (time of logging)";
+    text += event.Timestamp != SAHPI_TIME_UNSPECIFIED ? std::string_view{} : timeOfLoggingNote;
     text += colour.empty() ? std::string_view{} : colourEnd;
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "tools/evtlogctl/local_time.h"
 #include "zuSaHpi_util.h"
@@ -25,9 +26,17 @@ void appendLogLine(std::string &text, const EventLogEntryRecord &entry,
 // The same as a text of its own.
 [[nodiscard]] std::string logLine(const EventLogEntryRecord &entry);
 
-// Single columns. The source is the tag of the resource or its number.
+// What such a line ends with.
+inline constexpr std::string_view timeOfLoggingNote = " (time of logging)";
+
+// Single columns. The source is the tag of the resource or its number, "-" for none.
+void appendSource(std::string &text, const EventLogEntryRecord &entry);
 void appendMessage(std::string &text, const EventLogEntryRecord &entry);
 [[nodiscard]] std::string sourceText(const EventLogEntryRecord &entry);
+
+// The sensor or watchdog that an event is from: its id string when the entry has one, its number
+// otherwise. Nothing for an event that is from neither.
+void appendSensorName(std::string &text, const EventLogEntryRecord &entry);
 
 // The name of the sensor, or of what else the RDR describes; empty when there is none.
 [[nodiscard]] std::string instrumentText(const EventLogEntryRecord &entry);

@@ -3,20 +3,16 @@
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
 #include <cstddef>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
-#include <filesystem>
 #include <optional>
 #include <tuple>
 
-#include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include "tools/evtlogctl/failure.h"
+#include "tools/evtlogctl/new_file.h"
 #include "tools/evtlogctl/progress.h"
 
 namespace zusahpi::evtlogctl {
@@ -248,77 +244,6 @@ struct Ring {
     return record;
 }
 
-// A file without a name that counts, removed unless it got one.
-class NewFile {
-  public:
-    explicit NewFile(const std::string &name) : name_(name), temporary_(name + ".XXXXXX") {
-        const int descriptor = mkostemp(temporary_.data(), O_CLOEXEC);
-        if (descriptor >= 0) {
-            stream_ = fdopen(descriptor, "wb");
-        }
-        if (stream_ == nullptr) {
-            fail(Status::systemRefused, "{} cannot be made: {}; check the name and its permissions",
-                 name_, systemError());
-        }
-    }
-    ~NewFile() {
-        (void)std::fclose(stream_); // what counts was flushed before it got its name
-        if (!named_) {
-            unlink(temporary_.c_str());
-        }
-    }
-    NewFile(const NewFile &) = delete;
-    NewFile &operator=(const NewFile &) = delete;
-
-    void write(const void *bytes, std::size_t count) {
-        require(std::fwrite(bytes, 1, count, stream_) == count);
-    }
-
-    // Gives it the name, and the owner and rights of the log.
-    void keep(const struct stat &log) {
-        const int ignored = fchown(fileno(stream_), log.st_uid, log.st_gid);
-        (void)ignored; // only the superuser may
-        require(std::fflush(stream_) == 0 && fchmod(fileno(stream_), log.st_mode & 0777) == 0 &&
-                fsync(fileno(stream_)) == 0);
-        named_ =
-            renameat2(AT_FDCWD, temporary_.c_str(), AT_FDCWD, name_.c_str(), RENAME_NOREPLACE) == 0;
-        // Not every file system knows how to leave a file alone; a link does so everywhere.
-        const bool linked =
-            !named_ && errno == EINVAL && link(temporary_.c_str(), name_.c_str()) == 0;
-        if (!named_ && !linked) {
-            refuse();
-        }
-        syncFolder();
-    }
-
-  private:
-    void require(bool success) {
-        if (!success) {
-            fail(Status::systemRefused, "{} cannot be written: {}; check the disk", name_,
-                 systemError());
-        }
-    }
-
-    [[noreturn]] void refuse() {
-        fail(Status::systemRefused, "{} cannot be made: {}; name a new file", name_, systemError());
-    }
-
-    // Without it a crash of the machine could still take the name away.
-    void syncFolder() {
-        const std::string folder = std::filesystem::path(name_).parent_path().string();
-        const int descriptor = open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_CLOEXEC);
-        if (descriptor >= 0) {
-            (void)fsync(descriptor); // the log is whole either way
-            close(descriptor);
-        }
-    }
-
-    std::string name_;
-    std::string temporary_;
-    std::FILE *stream_ = nullptr;
-    bool named_ = false;
-};
-
 } // namespace
 
 std::vector<std::uint32_t> salvageable(const CheckedLog &log) {
@@ -350,7 +275,7 @@ void writeSalvage(const LogFile &from, const CheckedLog &log,
              "{} was changed while its entries were saved; end the process that writes it",
              from.path());
     }
-    file.keep(log.status);
+    file.keepAsNew(log.status);
 }
 
 } // namespace zusahpi::evtlogctl
