@@ -123,9 +123,11 @@ void awaitEditor(int terminal) {
 } // namespace
 
 Result talkOnTerminal(const std::vector<std::string> &arguments, const std::vector<Typing> &typings,
-                      const std::string &kind) {
+                      const std::string &kind, unsigned short columns) {
     int terminal = -1;
-    const pid_t child = forkpty(&terminal, nullptr, nullptr, nullptr);
+    winsize size{};
+    size.ws_col = columns;
+    const pid_t child = forkpty(&terminal, nullptr, nullptr, &size);
     if (child == 0) {
         setenv("TERM", kind.c_str(), 1);
         execute(arguments);

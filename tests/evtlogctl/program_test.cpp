@@ -330,7 +330,7 @@ TEST_F(Program, MissingFiles) {
 }
 
 TEST_F(Program, NoLogYet) {
-    for (const char *command : {"list", "info", "export"}) {
+    for (const char *command : {"list", "info", "stat", "export"}) {
         expectFailure(run({command}), "there is no log yet at " + log +
                                           "; make one with \"evtlogctl import FILE\"");
     }
@@ -491,6 +491,11 @@ TEST_F(Program, WrongUsageIsOneLineAndStatusTwo) {
         {"check", "--salvage"},
         {"check", "--salvage", ""},
         {"unlock", "a", "b"},
+        {"info", "-o", "verbose"},
+        {"config", "--output=xml"},
+        {"check", "-o"},
+        {"stat", "-n", "many"},
+        {"stat", "--all", "-n", "3"},
     };
     for (const auto &arguments : wrong) {
         const Result result = program::run(arguments);
@@ -522,6 +527,8 @@ TEST_F(Program, HelpAndVersion) {
                                                                        {"export", "--help"},
                                                                        {"list", "-h"},
                                                                        {"info", "--help"},
+                                                                       {"stat", "--help"},
+
                                                                        {"check", "--help"},
                                                                        {"unlock", "--help"},
                                                                        {"config", "--help"}}) {
@@ -530,7 +537,8 @@ TEST_F(Program, HelpAndVersion) {
         EXPECT_EQ(help.errors, "");
         EXPECT_NE(help.output.find("Usage: evtlogctl"), std::string::npos) << help.output;
     }
-    for (const char *command : {"import", "export", "list", "info", "check", "unlock", "config"}) {
+    for (const char *command :
+         {"import", "export", "list", "info", "stat", "check", "unlock", "config"}) {
         EXPECT_NE(program::run({"--help"}).output.find(command), std::string::npos);
     }
 }

@@ -1,5 +1,5 @@
-// Any file read by the tool as a log: its entries listed, the imported records among them taken
-// back, and its info shown.
+// Any file read by the tool as a log: its entries listed and counted, the imported records among
+// them taken back, and its info shown.
 
 #include <string>
 #include <utility>
@@ -12,6 +12,8 @@
 #include "tools/evtlogctl/log_line.h"
 #include "tools/evtlogctl/log_reader.h"
 #include "tools/evtlogctl/sel_mapping.h"
+#include "tools/evtlogctl/stat_json.h"
+#include "tools/evtlogctl/stat_text.h"
 
 namespace {
 
@@ -26,15 +28,32 @@ using namespace zusahpi;
     return true;
 }
 
-void requireJson(const EventLogEntryRecord &entry) {
-    std::string text;
-    evtlogctl::appendEntryJson(text, entry);
+void requireJson(const std::string &text) {
     rapidjson::StringStream stream(text.c_str());
     rapidjson::BaseReaderHandler<> handler;
     rapidjson::Reader reader;
     fuzz::require(!reader.Parse<rapidjson::kParseValidateEncodingFlag>(stream, handler).IsError(),
-                  "an entry is JSON");
-    fuzz::require(text.find('\n') == std::string::npos, "an entry is one line of JSON");
+                  "what is written as JSON is JSON");
+    fuzz::require(text.find('\n') == std::string::npos, "an object is one line of JSON");
+}
+
+void requireEntryJson(const EventLogEntryRecord &entry) {
+    std::string text;
+    evtlogctl::appendEntryJson(text, entry);
+    requireJson(text);
+}
+
+void requireCountable(const evtlogctl::LogFile &file, const evtlogctl::Snapshot &snapshot) {
+    evtlogctl::SnapshotReader entries(file, snapshot);
+    const evtlogctl::LogCounts counts = evtlogctl::countEntries(entries);
+    fuzz::require(counts.entries == snapshot.entries.size(), "every entry is counted");
+    const evtlogctl::DescribedLog log{
+        .path = file.path(), .fileSize = file.size(), .info = snapshot.info};
+    std::string text = evtlogctl::statisticsText(log, counts, {.rows = 3, .width = 80});
+    std::erase(text, '\n');
+    fuzz::require(isPrintable(text), "counts are printable");
+    requireJson(evtlogctl::jsonObject(
+        [&](evtlogctl::JsonWriter &out) { evtlogctl::putStatistics(out, log, counts, 3); }));
 }
 
 void requireListable(const evtlogctl::LogFile &file, const evtlogctl::Snapshot &log) {
@@ -44,7 +63,7 @@ void requireListable(const evtlogctl::LogFile &file, const evtlogctl::Snapshot &
     evtlogctl::SnapshotReader entries(file, log);
     while (const EventLogEntryRecord *const entry = entries.next()) {
         fuzz::require(isPrintable(evtlogctl::logLine(*entry)), "an entry is a line");
-        requireJson(*entry);
+        requireEntryJson(*entry);
         if (const auto record = sel::importedRecord(*entry)) {
             const EventLogAddRecord again = sel::toEvent(*record, {});
             fuzz::require(again.event.EventType == entry->entry.Event.EventType,
@@ -62,6 +81,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         const evtlogctl::LogFile file(path);
         const evtlogctl::Snapshot log = evtlogctl::readLog(file);
         requireListable(file, log);
+        requireCountable(file, log);
         const evtlogctl::Snapshot newest = evtlogctl::readLog(file, 1);
         fuzz::require(newest.entries.size() <= 1, "no more entries than were asked for");
         fuzz::require(log.entries.empty() == newest.entries.empty() || !newest.damage.empty() ||

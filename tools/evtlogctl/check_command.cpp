@@ -10,6 +10,7 @@
 #include "mainlib/default_mainlib.h"
 #include "tools/evtlogctl/commands.h"
 #include "tools/evtlogctl/failure.h"
+#include "tools/evtlogctl/json_writer.h"
 #include "tools/evtlogctl/log_check.h"
 #include "tools/evtlogctl/output.h"
 #include "tools/evtlogctl/salvage.h"
@@ -39,16 +40,50 @@ namespace {
     return findings.notices > 0 ? Status::findings : Status::done;
 }
 
-void salvageTo(const LogFile &file, const CheckedLog &log, const std::string &to) {
+// What is known of the log, whatever state it is in; the last line but for what was saved.
+void putSummary(JsonWriter &out, const std::string &path, const CheckedLog &log) {
+    const Findings &findings = log.findings;
+    putForeignText(out, "File", path);
+    putNumber(out, "FileSize", static_cast<std::uint64_t>(log.status.st_size));
+    putNumber(out, "Findings", findings.damages + findings.notices);
+    putNumber(out, "Damages", findings.damages);
+    putNumber(out, "Notices", findings.notices);
+    putNumber(out, "LeftOut", leftOut(findings));
+}
+
+[[nodiscard]] std::string resultText(const std::string &path, const CheckedLog &log,
+                                     ReportForm form) {
+    if (form == ReportForm::json) {
+        return jsonLinesOf(log.findings) +
+               jsonObject([&](JsonWriter &out) { putSummary(out, path, log); }) + "\n";
+    }
+    const bool sound = statusOf(log.findings) == Status::done;
+    return linesOf(log.findings) + (sound ? soundLine(path, log) : countLine(path, log.findings)) +
+           "\n";
+}
+
+[[nodiscard]] std::string salvageText(const std::string &to, std::size_t saved,
+                                      const CheckedLog &log, ReportForm form) {
+    if (form == ReportForm::text) {
+        return fmt::format("{}: {} entries saved; the log counts {}\n", to, saved,
+                           log.info.sa.Entries);
+    }
+    const auto put = [&](JsonWriter &out) {
+        putForeignText(out, "SalvageFile", to);
+        putNumber(out, "Saved", saved);
+        putNumber(out, "Entries", log.info.sa.Entries);
+    };
+    return jsonObject(put) + "\n";
+}
+
+void salvageTo(const LogFile &file, const CheckedLog &log, const CheckOptions &options) {
     if (!log.readable) {
         fail(Status::damaged, "{} is shorter than an empty log, so there is nothing to save",
              file.path());
     }
     const std::vector<std::uint32_t> numbers = salvageable(log);
-    writeSalvage(file, log, numbers, to);
-    writeAll(stdout,
-             fmt::format("{}: {} entries saved; the log counts {}\n", to, numbers.size(),
-                         log.info.sa.Entries),
+    writeSalvage(file, log, numbers, options.salvage);
+    writeAll(stdout, salvageText(options.salvage, numbers.size(), log, options.form),
              standardOutput);
     flushAll(stdout, standardOutput);
 }
@@ -62,17 +97,12 @@ Status checkLogFile(const Settings &settings, const CheckOptions &options) {
     }
     const LogFile file(path);
     const CheckedLog log = checkRestingLog(file, options.all ? allOfAKind : Findings{}.mostOfAKind);
-    const Status status = statusOf(log.findings);
-    writeAll(stdout,
-             linesOf(log.findings) +
-                 (status == Status::done ? soundLine(path, log) : countLine(path, log.findings)) +
-                 "\n",
-             standardOutput);
+    writeAll(stdout, resultText(path, log, options.form), standardOutput);
     flushAll(stdout, standardOutput);
     if (!options.salvage.empty()) {
-        salvageTo(file, log, options.salvage);
+        salvageTo(file, log, options);
     }
-    return status;
+    return statusOf(log.findings);
 }
 
 } // namespace zusahpi::evtlogctl

@@ -36,7 +36,10 @@ struct Arguments {
     ListArguments list;
     bool utc = false;
     CheckOptions check;
-    std::string file; // of every other command
+    StatOptions stat;
+    bool allRows = false;
+    std::string reportForm = "text"; // of every command that reports on something as a whole
+    std::string file;                // of every other command
 };
 
 constexpr const char *importNotes =
@@ -65,6 +68,17 @@ informational:
         return sel::Form::raw;
     }
     return name == "text" ? sel::Form::text : sel::Form::automatic;
+}
+
+// Of the names that --output takes where a command reports on something as a whole.
+[[nodiscard]] ReportForm reportFormOf(std::string_view name) {
+    return name == "json" ? ReportForm::json : ReportForm::text;
+}
+
+void addReportForm(CLI::App *command, Arguments &arguments) {
+    command->add_option("-o,--output", arguments.reportForm, "Form of the output: text or json")
+        ->type_name("FORM")
+        ->check(CLI::IsMember({"text", "json"}));
 }
 
 constexpr const char *statusNotes = R"(Exit status:
@@ -170,6 +184,38 @@ CLI::App *addCheck(CLI::App &app, Arguments &arguments) {
             return name.empty() ? std::string("a file name is needed") : std::string();
         });
     command->add_flag("--all", arguments.check.all, "Print every finding, however many are alike");
+    addReportForm(command, arguments);
+    return command;
+}
+
+CLI::App *addStat(CLI::App &app, Arguments &arguments) {
+    CLI::App *const command = app.add_subcommand(
+        "stat", "Count the entries of a log by severity, event type, source and sensor; needs no "
+                "lock");
+    command->add_option("FILE", arguments.stat.file, "Log file; the configured log without it")
+        ->type_name("");
+    CLI::Option *const rows =
+        command->add_option("-n,--rows", arguments.stat.rows, "Rows of each table; 10 without it")
+            ->type_name("N")
+            ->check(CLI::NonNegativeNumber);
+    command->add_flag("--all", arguments.allRows, "All rows of each table")->excludes(rows);
+    addReportForm(command, arguments);
+    return command;
+}
+
+CLI::App *addInfo(CLI::App &app, Arguments &arguments) {
+    CLI::App *const command =
+        app.add_subcommand("info", "Print the settings and the fill state of a log; needs no lock");
+    command->add_option("FILE", arguments.file, "Log file; the configured log without it")
+        ->type_name("");
+    addReportForm(command, arguments);
+    return command;
+}
+
+CLI::App *addConfig(CLI::App &app, Arguments &arguments) {
+    CLI::App *const command =
+        app.add_subcommand("config", "Print the settings and the syslog map of the configuration");
+    addReportForm(command, arguments);
     return command;
 }
 
@@ -196,6 +242,7 @@ struct Commands {
     CLI::App *export_;
     CLI::App *list;
     CLI::App *info;
+    CLI::App *stat;
     CLI::App *check;
     CLI::App *unlock;
     CLI::App *print;
@@ -243,9 +290,15 @@ struct Commands {
         return listEntries(arguments.settings, settledOptions(arguments.list));
     }
     if (commands.info->parsed()) {
-        return showInfo(arguments.settings, arguments.file);
+        return showInfo(arguments.settings, arguments.file, reportFormOf(arguments.reportForm));
+    }
+    if (commands.stat->parsed()) {
+        arguments.stat.form = reportFormOf(arguments.reportForm);
+        arguments.stat.rows = arguments.allRows ? allEntries : arguments.stat.rows;
+        return showStatistics(arguments.settings, arguments.stat);
     }
     if (commands.check->parsed()) {
+        arguments.check.form = reportFormOf(arguments.reportForm);
         return checkLogFile(arguments.settings, arguments.check);
     }
     if (commands.unlock->parsed()) {
@@ -263,7 +316,7 @@ struct Commands {
     if (commands.shell->parsed()) {
         return runShell(arguments.settings);
     }
-    return showConfig(arguments.settings);
+    return showConfig(arguments.settings, reportFormOf(arguments.reportForm));
 }
 
 [[nodiscard]] std::string oneLine(const std::string &text) {
@@ -279,9 +332,8 @@ struct Commands {
         .import = addImport(app, arguments),
         .export_ = addExport(app, arguments),
         .list = addList(app, arguments.list),
-        .info = addReader(app, arguments, "info",
-                          "Print the settings and the fill state of a log; "
-                          "needs no lock"),
+        .info = addInfo(app, arguments),
+        .stat = addStat(app, arguments),
         .check = addCheck(app, arguments),
         .unlock = addReader(app, arguments, "unlock",
                             "Remove the lock that a killed process left behind"),
@@ -293,7 +345,7 @@ struct Commands {
                           "lock"),
         .evtlog = addEvtlog(app),
         .shell = app.add_subcommand("shell", "Prompt for lines of the evtlog command")};
-    app.add_subcommand("config", "Print the settings and the syslog map of the configuration");
+    (void)addConfig(app, arguments); // what is left when no other was given
     try {
         app.parse(argumentCount, argumentValues);
     } catch (const CLI::Success &request) { // --help and --version

@@ -44,10 +44,20 @@ struct WatchOptions {
 
 [[nodiscard]] Status listEntries(const Settings &settings, const ListOptions &options);
 
-// `file` empty: the configured log.
-[[nodiscard]] Status showInfo(const Settings &settings, const std::string &file);
+// Of a command that reports on something as a whole.
+enum class ReportForm : std::uint8_t { text, json };
 
-[[nodiscard]] Status showConfig(const Settings &settings);
+// `file` empty: the configured log.
+[[nodiscard]] Status showInfo(const Settings &settings, const std::string &file, ReportForm form);
+
+[[nodiscard]] Status showConfig(const Settings &settings, ReportForm form);
+
+struct StatOptions {
+    std::string file;      // empty: the configured log
+    std::size_t rows = 10; // of each table
+    ReportForm form = ReportForm::text;
+};
+[[nodiscard]] Status showStatistics(const Settings &settings, const StatOptions &options);
 
 enum class LogForm : std::uint8_t { text, hex };
 
@@ -55,6 +65,7 @@ struct CheckOptions {
     std::string file;    // empty: the configured log
     std::string salvage; // the file to make of what can be read; empty: none
     bool all = false;    // every finding, however many are alike
+    ReportForm form = ReportForm::text;
 };
 [[nodiscard]] Status checkLogFile(const Settings &settings, const CheckOptions &options);
 

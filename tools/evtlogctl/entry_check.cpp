@@ -52,8 +52,9 @@ template <typename Field>
 void note(const Check &check, const Field &field, std::string_view name, std::string_view trouble) {
     const auto *const begin = reinterpret_cast<const std::byte *>(&check.record);
     const auto *const at = reinterpret_cast<const std::byte *>(&field);
-    report(check.findings, Weight::notice, {check.place.offset + (at - begin), check.place.what},
-           name, fmt::format("{} {}", name, trouble));
+    Place place = check.place;
+    place.offset += at - begin;
+    report(check.findings, Weight::notice, place, name, fmt::format("{} {}", name, trouble));
 }
 
 template <typename Field>

@@ -5,6 +5,8 @@
 
 #include <fmt/format.h>
 
+#include "tools/evtlogctl/json_writer.h"
+
 namespace zusahpi::evtlogctl {
 namespace {
 
@@ -14,8 +16,26 @@ namespace {
     if (found != findings.groups.end()) {
         return *found;
     }
-    findings.groups.push_back({.likeness = std::string(likeness), .lines = {}, .count = 0});
+    findings.groups.push_back({.likeness = std::string(likeness), .findings = {}, .count = 0});
     return findings.groups.back();
+}
+
+void putFinding(JsonWriter &out, const Finding &finding, std::string_view likeness) {
+    putKey(out, "Offset");
+    out.Int64(finding.place.offset);
+    if (finding.place.entry != 0) {
+        putNumber(out, "EntryId", finding.place.entry);
+    } else {
+        putNull(out, "EntryId");
+    }
+    if (finding.place.what.empty()) {
+        putNull(out, "Record");
+    } else {
+        putText(out, "Record", finding.place.what);
+    }
+    putFlag(out, "Damage", finding.weight == Weight::damage);
+    putText(out, "Kind", likeness);
+    putText(out, "Text", finding.text);
 }
 
 } // namespace
@@ -25,25 +45,45 @@ void report(Findings &findings, Weight weight, const Place &place, std::string_v
     ++(weight == Weight::damage ? findings.damages : findings.notices);
     FindingGroup &group = groupOf(findings, likeness);
     ++group.count;
-    if (group.lines.size() < findings.mostOfAKind) {
-        group.lines.push_back(fmt::format("offset {}{}{}: {}: {}", place.offset,
-                                          place.what.empty() ? "" : ", ", place.what,
-                                          weight == Weight::damage ? "damage" : "notice", text));
+    if (group.findings.size() < findings.mostOfAKind) {
+        group.findings.push_back({.place = place, .weight = weight, .text = std::string(text)});
     }
 }
 
 std::string linesOf(const Findings &findings) {
     std::string text;
     for (const FindingGroup &group : findings.groups) {
-        for (const std::string &line : group.lines) {
-            text += line + "\n";
+        for (const Finding &finding : group.findings) {
+            text +=
+                fmt::format("offset {}{}{}: {}: {}\n", finding.place.offset,
+                            finding.place.what.empty() ? "" : ", ", finding.place.what,
+                            finding.weight == Weight::damage ? "damage" : "notice", finding.text);
         }
-        if (group.count > group.lines.size()) {
+        if (group.count > group.findings.size()) {
             text += fmt::format("and {} more like it; --all prints every one\n",
-                                group.count - group.lines.size());
+                                group.count - group.findings.size());
         }
     }
     return text;
+}
+
+std::string jsonLinesOf(const Findings &findings) {
+    std::string text;
+    for (const FindingGroup &group : findings.groups) {
+        for (const Finding &finding : group.findings) {
+            text += jsonObject([&](JsonWriter &out) { putFinding(out, finding, group.likeness); }) +
+                    "\n";
+        }
+    }
+    return text;
+}
+
+std::size_t leftOut(const Findings &findings) {
+    std::size_t count = 0;
+    for (const FindingGroup &group : findings.groups) {
+        count += group.count - group.findings.size();
+    }
+    return count;
 }
 
 } // namespace zusahpi::evtlogctl

@@ -1,5 +1,5 @@
-// What a check found, as lines for the user: gathered by likeness, so that a file full of the same
-// mistake does not bury the others.
+// What a check found: gathered by likeness, so that a file full of the same mistake does not bury
+// the others. It is shown as lines for the user or as lines of JSON.
 #pragma once
 
 #include <cstddef>
@@ -22,11 +22,18 @@ enum class Weight : std::uint8_t {
 struct Place {
     off_t offset = 0;
     std::string what;
+    std::uint32_t entry = 0; // its number; 0 for none
+};
+
+struct Finding {
+    Place place;
+    Weight weight = Weight::notice;
+    std::string text;
 };
 
 struct FindingGroup {
     std::string likeness;
-    std::vector<std::string> lines; // the first few
+    std::vector<Finding> findings; // the first few
     std::size_t count = 0;
 };
 
@@ -45,5 +52,11 @@ void report(Findings &findings, Weight weight, const Place &place, std::string_v
 
 // A line for each finding, and after each group cut short one that says how many more there are.
 [[nodiscard]] std::string linesOf(const Findings &findings);
+
+// The same findings as a line of JSON each. What was cut short is for the reader's own summary.
+[[nodiscard]] std::string jsonLinesOf(const Findings &findings);
+
+// How many findings a group cut short left out, in all groups together.
+[[nodiscard]] std::size_t leftOut(const Findings &findings);
 
 } // namespace zusahpi::evtlogctl

@@ -7,17 +7,13 @@
 
 #include "mainlib/default_mainlib.h"
 #include "tools/evtlogctl/commands.h"
+#include "tools/evtlogctl/info_json.h"
 #include "tools/evtlogctl/local_time.h"
 #include "tools/evtlogctl/log_reader.h"
 #include "tools/evtlogctl/output.h"
 
 namespace zusahpi::evtlogctl {
 namespace {
-
-[[nodiscard]] std::string wordOf(std::uint32_t keyword, std::uint32_t value) {
-    const char *const word = zuSaHpiConfigWord(keyword, value);
-    return word != nullptr ? word : fmt::format("unknown ({})", value);
-}
 
 [[nodiscard]] std::string yesOrNo(std::uint32_t value) {
     return value != 0 ? "yes" : "no";
@@ -27,23 +23,13 @@ namespace {
     return number == ZUSAHPI_EL_NO_ENTRY ? "none" : fmt::format("{}", number);
 }
 
-// The clock of the log runs with that of the host. The offset is input: the sum wraps.
-[[nodiscard]] SaHpiTimeT logTime(const EventLogInfoRecord &info) {
-    return static_cast<SaHpiTimeT>(static_cast<SaHpiUint64T>(zuSaHpiGetTimeofDay()) +
-                                   static_cast<SaHpiUint64T>(info.timeOffset));
-}
-
-} // namespace
-
-Status showInfo(const Settings &settings, const std::string &file) {
-    const std::string path = logToRead(settings, file);
-    const LogInfo log = readLogInfo(path);
+[[nodiscard]] std::string infoText(const DescribedLog &log) {
     const EventLogInfoRecord &info = log.info;
     std::string text;
     const auto line = [&text](std::string_view label, const std::string &value) {
         text += fmt::format("{:<20}{}\n", label, value);
     };
-    line("File", path);
+    line("File", log.path);
     line("File size", fmt::format("{} bytes", log.fileSize));
     line("Type", wordOf(ZUSAHPI_CONF_EVENT_LOG, info.type));
     line("When full", wordOf(ZUSAHPI_CONF_OVERFLOW, info.overflowAction));
@@ -60,7 +46,19 @@ Status showInfo(const Settings &settings, const std::string &file) {
     line("Last change", timeText(info.sa.UpdateTimestamp));
     line("Log time", timeText(logTime(info)));
     line("Interrupted update", yesOrNo(info.updating));
-    writeAll(stdout, text, standardOutput);
+    return text;
+}
+
+} // namespace
+
+Status showInfo(const Settings &settings, const std::string &file, ReportForm form) {
+    const std::string path = logToRead(settings, file);
+    const LogInfo read = readLogInfo(path);
+    const DescribedLog log{.path = path, .fileSize = read.fileSize, .info = read.info};
+    writeAll(stdout, form == ReportForm::text ? infoText(log) : jsonObject([&](JsonWriter &out) {
+                                                                    putInfo(out, log);
+                                                                }) + "\n",
+             standardOutput);
     flushAll(stdout, standardOutput);
     return Status::done;
 }

@@ -29,7 +29,7 @@ constexpr std::size_t recordsAtOnce = 64;
 
 [[nodiscard]] Place entryPlace(std::uint32_t number, std::size_t member = 0) {
     return {eventlog::entryOffset(number) + static_cast<off_t>(member),
-            fmt::format("entry {}", number)};
+            fmt::format("entry {}", number), number};
 }
 
 // Where a record counts: in its own place, or in a slot that replaces it.
@@ -46,7 +46,7 @@ constexpr std::size_t recordsAtOnce = 64;
         return entryPlace(number, member);
     }
     return {eventlog::slotOffset(waiting->slot) + static_cast<off_t>(member),
-            fmt::format("entry {} in transaction slot {}", number, waiting->slot)};
+            fmt::format("entry {} in transaction slot {}", number, waiting->slot), number};
 }
 
 template <typename... Arguments>
