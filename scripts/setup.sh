@@ -7,9 +7,9 @@ set -euo pipefail
 packages=(cmake ninja-build g++ googletest libcli11-dev libedit-dev libfmt-dev rapidjson-dev
     tao-pegtl-dev)
 if [ "${1:-}" = --tests ]; then
-    packages+=(binutils clang-14 clang-format clang-tidy-14 cppcheck gcovr git ipmitool
-        libclang-rt-14-dev llvm lnav mandoc openipmi python3 python3-jsonschema rsyslog scdoc
-        shellcheck strace systemd valgrind)
+    packages+=(binutils chromium chromium-driver clang-14 clang-format clang-tidy-14 cppcheck gcovr git
+        ipmitool libclang-rt-14-dev llvm lnav mandoc openipmi python3 python3-jsonschema
+        python3-selenium rsyslog scdoc shellcheck strace systemd valgrind)
     if [ "$(dpkg --print-architecture)" = amd64 ]; then
         packages+=(gcc-multilib g++-multilib librapidcheck-dev)
     fi

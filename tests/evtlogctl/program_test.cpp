@@ -496,6 +496,8 @@ TEST_F(Program, WrongUsageIsOneLineAndStatusTwo) {
         {"check", "-o"},
         {"stat", "-n", "many"},
         {"stat", "--all", "-n", "3"},
+        {"report", "a"},
+        {"report", "-o", ""},
     };
     for (const auto &arguments : wrong) {
         const Result result = program::run(arguments);
@@ -528,7 +530,7 @@ TEST_F(Program, HelpAndVersion) {
                                                                        {"list", "-h"},
                                                                        {"info", "--help"},
                                                                        {"stat", "--help"},
-
+                                                                       {"report", "--help"},
                                                                        {"check", "--help"},
                                                                        {"unlock", "--help"},
                                                                        {"config", "--help"}}) {
@@ -538,7 +540,7 @@ TEST_F(Program, HelpAndVersion) {
         EXPECT_NE(help.output.find("Usage: evtlogctl"), std::string::npos) << help.output;
     }
     for (const char *command :
-         {"import", "export", "list", "info", "stat", "check", "unlock", "config"}) {
+         {"import", "export", "list", "info", "stat", "report", "check", "unlock", "config"}) {
         EXPECT_NE(program::run({"--help"}).output.find(command), std::string::npos);
     }
 }

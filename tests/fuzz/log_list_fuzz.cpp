@@ -1,5 +1,5 @@
 // Any file read by the tool as a log: its entries listed and counted, the imported records among
-// them taken back, and its info shown.
+// them taken back, its info shown, and the data of its report written.
 
 #include <string>
 #include <utility>
@@ -11,6 +11,7 @@
 #include "tools/evtlogctl/failure.h"
 #include "tools/evtlogctl/log_line.h"
 #include "tools/evtlogctl/log_reader.h"
+#include "tools/evtlogctl/report_data.h"
 #include "tools/evtlogctl/sel_mapping.h"
 #include "tools/evtlogctl/stat_json.h"
 #include "tools/evtlogctl/stat_text.h"
@@ -56,6 +57,15 @@ void requireCountable(const evtlogctl::LogFile &file, const evtlogctl::Snapshot 
         [&](evtlogctl::JsonWriter &out) { evtlogctl::putStatistics(out, log, counts, 3); }));
 }
 
+void requireReportable(const evtlogctl::LogFile &file, const evtlogctl::Snapshot &snapshot) {
+    std::string data;
+    const evtlogctl::Status status = evtlogctl::writeReportData(
+        file, snapshot, evtlogctl::allEntries, [&](std::string_view piece) { data += piece; });
+    fuzz::require(status == evtlogctl::Status::done, "a sound log is reported whole");
+    requireJson(data);
+    fuzz::require(data.find('<') == std::string::npos, "no data end the element that holds them");
+}
+
 void requireListable(const evtlogctl::LogFile &file, const evtlogctl::Snapshot &log) {
     fuzz::require(isPrintable(log.damage), "what is wrong is told in printable text");
     fuzz::require(!log.damage.empty() || log.entries.size() == log.info.sa.Entries,
@@ -82,6 +92,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         const evtlogctl::Snapshot log = evtlogctl::readLog(file);
         requireListable(file, log);
         requireCountable(file, log);
+        if (log.damage.empty()) { // which standard error would be told of, each time
+            requireReportable(file, log);
+        }
         const evtlogctl::Snapshot newest = evtlogctl::readLog(file, 1);
         fuzz::require(newest.entries.size() <= 1, "no more entries than were asked for");
         fuzz::require(log.entries.empty() == newest.entries.empty() || !newest.damage.empty() ||

@@ -16,6 +16,7 @@
 #include "tools/evtlogctl/failure.h"
 #include "tools/evtlogctl/list_arguments.h"
 #include "tools/evtlogctl/local_time.h"
+#include "tools/evtlogctl/log_reader.h"
 
 namespace zusahpi::evtlogctl {
 namespace {
@@ -37,6 +38,7 @@ struct Arguments {
     bool utc = false;
     CheckOptions check;
     StatOptions stat;
+    PageOptions report;
     bool allRows = false;
     std::string reportForm = "text"; // of every command that reports on something as a whole
     std::string file;                // of every other command
@@ -203,6 +205,29 @@ CLI::App *addStat(CLI::App &app, Arguments &arguments) {
     return command;
 }
 
+CLI::App *addReport(CLI::App &app, Arguments &arguments) {
+    CLI::App *const command = app.add_subcommand(
+        "report", "Write a log as one HTML page: a timeline, the busiest sensors, the entries; "
+                  "needs no lock");
+    command->add_option("FILE", arguments.report.file, "Log file; the configured log without it")
+        ->type_name("");
+    command
+        ->add_option("-o,--output", arguments.report.output,
+                     "The page to write, in the place of one that is there; - for standard output")
+        ->type_name("PAGE")
+        ->required()
+        ->check([](const std::string &name) {
+            return name.empty() ? std::string("a file name is needed") : std::string();
+        });
+    command
+        ->add_option("-n,--newest", arguments.report.newest,
+                     "Put only the newest N entries into the table; 10000 without it. All are "
+                     "counted")
+        ->type_name("N")
+        ->check(CLI::NonNegativeNumber);
+    return command;
+}
+
 CLI::App *addInfo(CLI::App &app, Arguments &arguments) {
     CLI::App *const command =
         app.add_subcommand("info", "Print the settings and the fill state of a log; needs no lock");
@@ -243,6 +268,7 @@ struct Commands {
     CLI::App *list;
     CLI::App *info;
     CLI::App *stat;
+    CLI::App *report;
     CLI::App *check;
     CLI::App *unlock;
     CLI::App *print;
@@ -297,6 +323,9 @@ struct Commands {
         arguments.stat.rows = arguments.allRows ? allEntries : arguments.stat.rows;
         return showStatistics(arguments.settings, arguments.stat);
     }
+    if (commands.report->parsed()) {
+        return writeReport(arguments.settings, arguments.report);
+    }
     if (commands.check->parsed()) {
         arguments.check.form = reportFormOf(arguments.reportForm);
         return checkLogFile(arguments.settings, arguments.check);
@@ -334,6 +363,7 @@ struct Commands {
         .list = addList(app, arguments.list),
         .info = addInfo(app, arguments),
         .stat = addStat(app, arguments),
+        .report = addReport(app, arguments),
         .check = addCheck(app, arguments),
         .unlock = addReader(app, arguments, "unlock",
                             "Remove the lock that a killed process left behind"),

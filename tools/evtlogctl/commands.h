@@ -59,6 +59,13 @@ struct StatOptions {
 };
 [[nodiscard]] Status showStatistics(const Settings &settings, const StatOptions &options);
 
+struct PageOptions {
+    std::string file;            // empty: the configured log
+    std::string output;          // the page; "-": standard output
+    std::size_t newest = 10'000; // entries in the page's table
+};
+[[nodiscard]] Status writeReport(const Settings &settings, const PageOptions &options);
+
 enum class LogForm : std::uint8_t { text, hex };
 
 struct CheckOptions {
