@@ -31,12 +31,13 @@ class ScratchFile {
   public:
     ScratchFile() : path_(scratchName()) {
         const int descriptor = mkstemp(path_.data());
-        if (descriptor < 0) {
-            fail(Status::systemRefused,
-                 "no file for the records can be made: {}; check the folder for temporary files",
-                 systemError());
+        if (descriptor >= 0) {
+            (void)close(descriptor); // nothing was written
+            return;
         }
-        (void)close(descriptor); // nothing was written
+        fail(Status::systemRefused,
+             "no file for the records can be made: {}; check the folder for temporary files",
+             systemError());
     }
     ~ScratchFile() {
         (void)unlink(path_.c_str()); // the command may have removed it
