@@ -177,12 +177,17 @@ TEST(EntryFilter, Sensors) {
     EventLogEntryRecord entry = sensorEntry();
     entry.rdr.RdrType = SAHPI_NO_RECORD;
     EXPECT_FALSE(isOf("Fan 3", entry));
+    EXPECT_TRUE(isOf("Fan sensor 7", entry));
     EXPECT_FALSE(isOf("", entry));
     entry.entry.Event.EventType = SAHPI_ET_SENSOR_ENABLE_CHANGE;
     entry.entry.Event.EventDataUnion.SensorEnableChangeEvent.SensorNum = 12;
     EXPECT_TRUE(isOf("12", entry));
+    entry.entry.Event.EventType = SAHPI_ET_WATCHDOG;
+    entry.entry.Event.EventDataUnion.WatchdogEvent.WatchdogNum = 2;
+    EXPECT_TRUE(isOf("Watchdog 2", entry));
     entry.entry.Event.EventType = SAHPI_ET_USER;
     EXPECT_FALSE(isOf("12", entry));
+    EXPECT_FALSE(isOf("", entry));
 }
 
 bool says(const std::string &pattern) {

@@ -35,7 +35,7 @@ void appendMoment(std::string &text, SaHpiTimeT time) {
 } // namespace
 
 std::string csvHeader() {
-    return "EntryId,Logged,Time,Severity,EventType,Source,Instrument,Message\n";
+    return "EntryId,Logged,Time,Severity,EventType,Source,Sensor,Message\n";
 }
 
 void appendEntryCsv(std::string &text, const EventLogEntryRecord &entry) {
@@ -46,7 +46,7 @@ void appendEntryCsv(std::string &text, const EventLogEntryRecord &entry) {
     text += sel::severityName(entry.entry.Event.Severity);
     appendEventType(text, entry.entry.Event.EventType);
     appendQuoted(text, sourceText(entry));
-    appendQuoted(text, instrumentText(entry));
+    appendQuoted(text, sensorText(entry));
     std::string message;
     appendMessage(message, entry);
     appendQuoted(text, message);

@@ -74,7 +74,7 @@ void addWord(std::string &text, std::string_view word, bool last) {
 [[nodiscard]] bool isOfAny(const std::vector<std::string> &sensors,
                            const EventLogEntryRecord &entry) {
     const auto number = sensorNumber(entry.entry.Event);
-    const std::string shown = instrumentText(entry);
+    const std::string shown = sensorText(entry);
     return std::any_of(sensors.begin(), sensors.end(), [&](const std::string &sensor) {
         return (!shown.empty() && sensor == shown) || (number && numberOf(sensor) == number);
     });

@@ -362,9 +362,9 @@ std::string sourceText(const EventLogEntryRecord &entry) {
     return text;
 }
 
-std::string instrumentText(const EventLogEntryRecord &entry) {
+std::string sensorText(const EventLogEntryRecord &entry) {
     std::string text;
-    (void)appendedIdString(text, entry);
+    appendSensorName(text, entry);
     return text;
 }
 

@@ -38,8 +38,7 @@ void appendMessage(std::string &text, const EventLogEntryRecord &entry);
 // otherwise. Nothing for an event that is from neither.
 void appendSensorName(std::string &text, const EventLogEntryRecord &entry);
 
-// The name of the sensor, or of what else the RDR describes; empty when there is none.
-[[nodiscard]] std::string instrumentText(const EventLogEntryRecord &entry);
+[[nodiscard]] std::string sensorText(const EventLogEntryRecord &entry);
 
 // The time of the event, or for an event without one when it was logged.
 [[nodiscard]] SaHpiTimeT shownTime(const EventLogEntryRecord &entry);
