@@ -21,7 +21,7 @@
 #include <tao/pegtl.hpp>
 
 #include "mainlib/config_keywords.h"
-#include "mainlib/default_mainlib.h"
+#include "zuSaHpi_default_mainlib.h"
 
 namespace zusahpi::mainlib {
 namespace {

@@ -7,8 +7,8 @@
 #include <charconv>
 #include <limits>
 
-#include "mainlib/default_mainlib.h"
 #include "mainlib/syslog_levels.h"
+#include "zuSaHpi_default_mainlib.h"
 
 namespace zusahpi::mainlib {
 namespace {

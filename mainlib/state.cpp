@@ -4,7 +4,7 @@
 
 #include <unistd.h>
 
-#include "mainlib/default_mainlib.h"
+#include "zuSaHpi_default_mainlib.h"
 
 namespace {
 

@@ -9,8 +9,8 @@
 
 #include <syslog.h>
 
-#include "mainlib/default_mainlib.h"
 #include "mainlib/syslog_levels.h"
+#include "zuSaHpi_default_mainlib.h"
 
 namespace {
 

@@ -21,7 +21,6 @@
 
 #include "eventlog/log_format.h"
 #include "eventlog/store_state.h"
-#include "mainlib/default_mainlib.h"
 #include "tests/evtlogctl/listed_log.h"
 #include "tests/evtlogctl/sample_logs.h"
 #include "tests/support/child.h"
@@ -29,6 +28,7 @@
 #include "tools/evtlogctl/failure.h"
 #include "tools/evtlogctl/log_check.h"
 #include "tools/evtlogctl/log_line.h"
+#include "zuSaHpi_default_mainlib.h"
 
 namespace {
 

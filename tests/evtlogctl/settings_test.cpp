@@ -6,10 +6,10 @@
 
 #include <gtest/gtest.h>
 
-#include "mainlib/default_mainlib.h"
 #include "tests/support/child.h"
 #include "tests/support/files.h"
 #include "tools/evtlogctl/failure.h"
+#include "zuSaHpi_default_mainlib.h"
 
 namespace {
 

@@ -3,9 +3,9 @@
 
 #include <cstring>
 
-#include "mainlib/default_mainlib.h"
 #include "tests/fuzz/configured.h"
 #include "tests/fuzz/harness.h"
+#include "zuSaHpi_default_mainlib.h"
 
 namespace {
 

@@ -17,10 +17,10 @@
 
 #include <gtest/gtest.h>
 
-#include "mainlib/default_mainlib.h"
 #include "tests/support/child.h"
 #include "tests/support/files.h"
 #include "tests/support/mount_namespace.h"
+#include "zuSaHpi_default_mainlib.h"
 #include "zuSaHpi_util.h"
 
 namespace {

@@ -12,10 +12,10 @@
 
 #include <gtest/gtest.h>
 
-#include "mainlib/default_mainlib.h"
 #include "tests/mainlib/config_tree.h"
 #include "tests/mainlib/random_text.h"
 #include "tests/support/files.h"
+#include "zuSaHpi_default_mainlib.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
-/* default_mainlib.h is C99: this file compiles it alone and is called by state_test.cpp. */
-#include "mainlib/default_mainlib.h"
+/* zuSaHpi_default_mainlib.h is C99: this file compiles it alone and is called by state_test.cpp. */
+#include "zuSaHpi_default_mainlib.h"
 
 int useDefaultMainlibFromC(void);
 

@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-#include "mainlib/default_mainlib.h"
+#include "zuSaHpi_default_mainlib.h"
 
 extern "C" int useDefaultMainlibFromC(void);
 

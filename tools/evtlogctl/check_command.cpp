@@ -7,13 +7,13 @@
 
 #include <fmt/format.h>
 
-#include "mainlib/default_mainlib.h"
 #include "tools/evtlogctl/commands.h"
 #include "tools/evtlogctl/failure.h"
 #include "tools/evtlogctl/json_writer.h"
 #include "tools/evtlogctl/log_check.h"
 #include "tools/evtlogctl/output.h"
 #include "tools/evtlogctl/salvage.h"
+#include "zuSaHpi_default_mainlib.h"
 
 namespace zusahpi::evtlogctl {
 namespace {

@@ -11,12 +11,12 @@
 
 #include <CLI/CLI.hpp>
 
-#include "mainlib/default_mainlib.h"
 #include "tools/evtlogctl/commands.h"
 #include "tools/evtlogctl/failure.h"
 #include "tools/evtlogctl/list_arguments.h"
 #include "tools/evtlogctl/local_time.h"
 #include "tools/evtlogctl/log_reader.h"
+#include "zuSaHpi_default_mainlib.h"
 
 namespace zusahpi::evtlogctl {
 namespace {

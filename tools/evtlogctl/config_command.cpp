@@ -8,10 +8,10 @@
 #include <fmt/format.h>
 
 #include "constants/type_ids.h"
-#include "mainlib/default_mainlib.h"
 #include "tools/evtlogctl/commands.h"
 #include "tools/evtlogctl/json_writer.h"
 #include "tools/evtlogctl/output.h"
+#include "zuSaHpi_default_mainlib.h"
 
 namespace zusahpi::evtlogctl {
 namespace {

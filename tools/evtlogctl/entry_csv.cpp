@@ -5,10 +5,10 @@
 
 #include <fmt/format.h>
 
-#include "mainlib/default_mainlib.h"
 #include "tools/evtlogctl/local_time.h"
 #include "tools/evtlogctl/log_line.h"
 #include "tools/evtlogctl/sel_severity.h"
+#include "zuSaHpi_default_mainlib.h"
 
 namespace zusahpi::evtlogctl {
 namespace {

@@ -6,9 +6,9 @@
 #include <charconv>
 #include <cstdint>
 
-#include "mainlib/default_mainlib.h"
 #include "tools/evtlogctl/log_line.h"
 #include "tools/evtlogctl/sel_severity.h"
+#include "zuSaHpi_default_mainlib.h"
 
 namespace zusahpi::evtlogctl {
 namespace {

@@ -7,12 +7,12 @@
 
 #include <unistd.h>
 
-#include "mainlib/default_mainlib.h"
 #include "tools/evtlogctl/commands.h"
 #include "tools/evtlogctl/interruption.h"
 #include "tools/evtlogctl/line_editor.h"
 #include "tools/evtlogctl/line_input.h"
 #include "tools/evtlogctl/output.h"
+#include "zuSaHpi_default_mainlib.h"
 
 namespace zusahpi::evtlogctl {
 namespace {

@@ -5,12 +5,12 @@
 
 #include <fmt/format.h>
 
-#include "mainlib/default_mainlib.h"
 #include "tools/evtlogctl/commands.h"
 #include "tools/evtlogctl/info_json.h"
 #include "tools/evtlogctl/local_time.h"
 #include "tools/evtlogctl/log_reader.h"
 #include "tools/evtlogctl/output.h"
+#include "zuSaHpi_default_mainlib.h"
 
 namespace zusahpi::evtlogctl {
 namespace {

@@ -5,7 +5,7 @@
 #include <fmt/format.h>
 
 #include "constants/type_ids.h"
-#include "mainlib/default_mainlib.h"
+#include "zuSaHpi_default_mainlib.h"
 
 namespace zusahpi::evtlogctl {
 namespace {

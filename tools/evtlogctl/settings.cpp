@@ -9,10 +9,10 @@
 #include <unistd.h>
 
 #include "eventlog/log_path.h"
-#include "mainlib/default_mainlib.h"
 #include "tools/evtlogctl/exit_hint.h"
 #include "tools/evtlogctl/failure.h"
 #include "tools/evtlogctl/log_check.h"
+#include "zuSaHpi_default_mainlib.h"
 
 namespace zusahpi::evtlogctl {
 namespace {

@@ -8,8 +8,11 @@
  *   zuSaHpiSyslog           see zuSaHpiSyslogStreamSet.
  *   zuSaHpiGetTimeofDay     CLOCK_REALTIME.
  *   zuSaHpiGetTimeRef       CLOCK_MONOTONIC: zero is about the start of the machine.
- *   zuSaHpiTimeT2String     always fills the buffer and returns it. See time_text.cpp for the form.
- *   zuSaHpiString2TimeT     see time_parse.cpp for what it reads and for its errors.
+ *   zuSaHpiTimeT2String     always fills the buffer and returns it: 2026-11-21T08:06:12.123456789Z,
+ *                           +3d04:05:06.000000007 for a relative time, or "unspecified".
+ *   zuSaHpiString2TimeT     reads these and what people write: "2026-11-21 8:06 PM", "11/21/2026",
+ *                           "08:06:12.5+02:00" (today's), "+2d3h", "-90s", "now". A time without an
+ *                           offset is UTC.
  *   zuSaHpiLibInitialized   1 from the start: there is nothing to initialise.
  *   zuSaHpiRoot             "." until zuSaHpiRootSet is called.
  *   zuSaHpiEuId, -GroupId   the effective ids of the process when it was loaded.
@@ -59,7 +62,7 @@ typedef struct {
 } zuSaHpiConfigT;
 
 /*
- * Reads a configuration file; docs/configuration-file.md describes it. An error has the form
+ * Reads a configuration file (zusahpi-evtlog.conf(5) describes it). An error has the form
  * "file:line:column: expected ..., found ...", or "file: cannot be read: ..." where it is the file
  * that fails, or is "out of memory". The tree holds no value that zuSaHpiEvtLogConf must not see.
  */
