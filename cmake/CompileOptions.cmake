@@ -9,6 +9,13 @@ target_compile_definitions(zusahpi_compile INTERFACE _FILE_OFFSET_BITS=64 _TIME_
 target_compile_options(
   zusahpi_compile INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wformat=2)
 
+# Unoptimised, the library's sources refer to the C++ run time, and fortification does nothing.
+string(TOUPPER "${CMAKE_BUILD_TYPE}" build_type)
+set(flags "${CMAKE_CXX_FLAGS} ${CMAKE_CXX_FLAGS_${build_type}}")
+if(NOT ZUSAHPI_COVERAGE AND NOT flags MATCHES "-O([1-3sgz]|fast)")
+  target_compile_options(zusahpi_compile INTERFACE $<IF:$<CONFIG:Debug>,-Og,-O2>)
+endif()
+
 if(ZUSAHPI_SANITIZE)
   set(sanitizers -fsanitize=address,undefined -fno-sanitize-recover=all)
   target_compile_options(zusahpi_compile INTERFACE ${sanitizers} -fno-omit-frame-pointer)
@@ -43,4 +50,5 @@ foreach(flag -fstack-protector-strong -fstack-clash-protection -fcf-protection)
     target_compile_options(zusahpi_library INTERFACE ${flag})
   endif()
 endforeach()
-target_link_options(zusahpi_library INTERFACE -Wl,-z,relro,-z,now,-z,noexecstack,-z,text)
+set(hardened_link -Wl,-z,relro,-z,now,-z,noexecstack)
+target_link_options(zusahpi_library INTERFACE ${hardened_link},-z,text)

@@ -1,13 +1,18 @@
 # The library: one set of object files, from which the shared and the static library are made.
 
 include(CheckLinkerFlag)
+include(GNUInstallDirs)
+
+# An installed tree keeps the headers in a folder of their own: other implementations of the HPI
+# standard bring a SaHpi.h as well.
+set(header_folder ${CMAKE_INSTALL_INCLUDEDIR}/zuSaHpi)
+set(public_headers $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include>
+                   $<INSTALL_INTERFACE:${header_folder}>)
 
 add_library(zuSaHpi_util_objects OBJECT)
 set_target_properties(zuSaHpi_util_objects PROPERTIES POSITION_INDEPENDENT_CODE ON)
-target_include_directories(
-  zuSaHpi_util_objects
-  PUBLIC ${PROJECT_SOURCE_DIR}/include
-  PRIVATE ${PROJECT_SOURCE_DIR})
+target_include_directories(zuSaHpi_util_objects PRIVATE ${PROJECT_SOURCE_DIR}/include
+                                                        ${PROJECT_SOURCE_DIR})
 target_link_libraries(zuSaHpi_util_objects PRIVATE zusahpi_library)
 foreach(folder util constants display config eventlog frontends)
   include(${PROJECT_SOURCE_DIR}/${folder}/sources.cmake)
@@ -19,7 +24,8 @@ set(CMAKE_CXX_IMPLICIT_LINK_LIBRARIES "")
 
 set(exports ${PROJECT_SOURCE_DIR}/cmake/exports.map)
 add_library(zuSaHpi_util SHARED $<TARGET_OBJECTS:zuSaHpi_util_objects>)
-target_include_directories(zuSaHpi_util INTERFACE ${PROJECT_SOURCE_DIR}/include)
+add_library(zuSaHpi_util::zuSaHpi_util ALIAS zuSaHpi_util)
+target_include_directories(zuSaHpi_util INTERFACE ${public_headers})
 target_link_libraries(zuSaHpi_util PRIVATE zusahpi_library)
 target_link_options(zuSaHpi_util PRIVATE -static-libgcc -Wl,--version-script=${exports})
 # The tables of names are full of addresses; packed, their relocations are a tenth of the size.
@@ -30,13 +36,15 @@ endif()
 set_target_properties(
   zuSaHpi_util
   PROPERTIES LINKER_LANGUAGE C
+             VERSION ${PROJECT_VERSION}
              SOVERSION ${PROJECT_VERSION_MAJOR}
              LINK_DEPENDS ${exports}
              LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR})
 
 add_library(zuSaHpi_util_static STATIC $<TARGET_OBJECTS:zuSaHpi_util_objects>)
-target_include_directories(zuSaHpi_util_static INTERFACE ${PROJECT_SOURCE_DIR}/include)
-target_link_libraries(zuSaHpi_util_static PRIVATE zusahpi_library)
+add_library(zuSaHpi_util::zuSaHpi_util_static ALIAS zuSaHpi_util_static)
+target_include_directories(zuSaHpi_util_static INTERFACE ${public_headers})
 set_target_properties(
   zuSaHpi_util_static PROPERTIES OUTPUT_NAME zuSaHpi_util
+                                 LINKER_LANGUAGE C
                                  ARCHIVE_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR})

@@ -37,11 +37,6 @@ std::uint32_t numberOf(SaHpiEventLogEntryIdT entryId, const EventLogInfoRecord &
     return entryId == SAHPI_OLDEST_ENTRY ? info.oldest : entryId;
 }
 
-bool outsideRing(std::uint32_t number, const EventLogInfoRecord &info) {
-    const bool wrapped = info.newest < info.oldest;
-    return number < info.oldest && (!wrapped || number > info.newest);
-}
-
 SaErrorT getEntry(std::uint32_t number, EventLogEntryRecord &record) {
     const EventLogInfoRecord &info = currentInfo();
     if (number == noEntry || number == 0) { // 0 only where a file's links or ends are damaged

@@ -10,7 +10,10 @@ namespace zusahpi::eventlog {
 
 // Whether `number` falls outside the used part of a Circular log: between its ends when it has
 // wrapped, before its oldest entry when not.
-[[nodiscard]] bool outsideRing(std::uint32_t number, const EventLogInfoRecord &info);
+[[nodiscard]] inline bool outsideRing(std::uint32_t number, const EventLogInfoRecord &info) {
+    const bool wrapped = info.newest < info.oldest;
+    return number < info.oldest && (!wrapped || number > info.newest);
+}
 
 // Reads entry `number` with the ids of its neighbours. Returns what zuSaHpiEventLogEntryGet
 // returns.

@@ -1,18 +1,20 @@
 #!/usr/bin/env bash
 # Installs what a bare Debian 12 lacks for building this project; with --tests also for testing it,
-# with --bench for its benchmark.
+# with --bench for its benchmark, with --packages for building Debian packages of it.
 # Does nothing when all is there.
 set -euo pipefail
 
 packages=(cmake ninja-build g++ googletest libcli11-dev libedit-dev libfmt-dev rapidjson-dev
     tao-pegtl-dev)
 if [ "${1:-}" = --tests ]; then
-    packages+=(binutils chromium chromium-driver clang-14 clang-format clang-tidy-14 cppcheck gcovr git
-        ipmitool libclang-rt-14-dev llvm lnav mandoc openipmi python3 python3-jsonschema
-        python3-selenium rsyslog scdoc shellcheck strace systemd valgrind)
+    packages+=(abigail-tools binutils chromium chromium-driver clang-14 clang-format clang-tidy-14
+        cppcheck gcovr git ipmitool libclang-rt-14-dev llvm lnav mandoc openipmi pkg-config python3
+        python3-jsonschema python3-selenium rsyslog scdoc shellcheck strace systemd valgrind)
     if [ "$(dpkg --print-architecture)" = amd64 ]; then
         packages+=(gcc-multilib g++-multilib librapidcheck-dev)
     fi
+elif [ "${1:-}" = --packages ]; then
+    packages+=(arch-test debhelper dpkg-dev git lintian mmdebstrap scdoc)
 elif [ "${1:-}" = --bench ]; then
     packages+=(binutils bsdextrautils libleveldb-dev liblmdb-dev libsqlite3-dev pkg-config python3
         sqlite3 strace valgrind xxd)
