@@ -62,6 +62,10 @@ done
 if [ "$i386" = yes ]; then
     step "log files of both ABIs" tests/build/check_cross_abi.sh build/native build/i386
 fi
+abis=(abi)
+[ "$i386" = no ] || abis+=(abi-i386)
+step "exported ABI" scripts/abi.sh "${abis[@]}"
+step "Debian packages" scripts/packages.sh
 if [ "$(uname -m)" = x86_64 ]; then
     step "valgrind" tests/build/check_memory.sh build/native
 fi
