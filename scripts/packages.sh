@@ -1,0 +1,101 @@
+#!/usr/bin/env bash
+# Builds the Debian packages and lets lintian look at them: nothing may be found.
+#
+#   scripts/packages.sh             for this machine's architecture, with what is installed here
+#   scripts/packages.sh amd64 i386  for each architecture in a fresh Debian of its own; then installs
+#                                   them in another fresh one and uses them there. Needs root
+#
+# The packages are left in build/packages/ARCHITECTURE. Debian comes from the mirrors that this
+# machine's apt uses.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+scripts/setup.sh --packages
+release=bookworm
+name=zusahpi-util-$(dpkg-parsechangelog -S Version)
+
+# copy_source FOLDER: the files that git knows or would take
+copy_source() {
+    mkdir -p "$1/$name"
+    git ls-files -z --cached --others --exclude-standard | tar -c --null -T - | tar -x -C "$1/$name"
+}
+
+# What apt on this machine takes that release from, as lines of a sources.list.
+apt_sources() {
+    # The words are apt's.
+    # shellcheck disable=SC2016
+    apt-get indextargets --format '$(ORIGIN) $(CODENAME) $(REPO_URI) $(RELEASE) $(COMPONENT)' \
+        'Created-By: Packages' |
+        awk -v release="$release" '$1 == "Debian" && $2 == release {
+            print "deb [signed-by=/usr/share/keyrings/debian-archive-keyring.gpg]", $3, $4, $5 }' |
+        sort -u
+}
+
+# debian ARCHITECTURE HOOK...: makes a fresh Debian, runs the hooks in it, and drops it.
+debian() {
+    local architecture=$1 hook options=()
+    shift
+    for hook in "$@"; do
+        options+=("--customize-hook=$hook")
+    done
+    apt_sources | mmdebstrap --variant=apt --architectures="$architecture" "${options[@]}" \
+        "$release" /dev/null -
+}
+
+build_here() {
+    (cd "$1/$name" && dpkg-buildpackage -us -uc -F)
+}
+
+# Debian's shell scripts for the hooks see the root folder as $1.
+# shellcheck disable=SC2016
+build_in_debian() {
+    debian "$2" "copy-in '$1/$name' /root" \
+        'chroot "$1" apt-get install -y --no-install-recommends build-essential' \
+        "chroot \"\$1\" apt-get build-dep -y --no-install-recommends /root/$name" \
+        "chroot \"\$1\" sh -c 'cd /root/$name && dpkg-buildpackage -us -uc -F && rm -r /root/$name'" \
+        "sync-out /root '$1'"
+}
+
+# The tool's package is tried before anything else is installed that it might need.
+# shellcheck disable=SC2016
+use_in_debian() {
+    local source=/root/$name
+    copy_source "$1/use"
+    debian "$2" "copy-in '$1/use/$name' /root" \
+        'mkdir "$1/root/packages"' "sync-in '$1' /root/packages" \
+        'chroot "$1" sh -c "apt-get install -y --no-install-recommends \
+             /root/packages/libzusahpi-util1_*.deb /root/packages/evtlogctl_*.deb"' \
+        "chroot \"\$1\" $source/tests/packages/use_tool.sh" \
+        'chroot "$1" sh -c "apt-get install -y --no-install-recommends g++ pkg-config \
+             /root/packages/libzusahpi-util-dev_*.deb"' \
+        "chroot \"\$1\" $source/tests/packages/use_library.sh" \
+        'chroot "$1" apt-get purge -y evtlogctl libzusahpi-util1' \
+        'if find "$1/usr" "$1/etc" "$1/var/lib/zusahpi" -iname "*zusahpi*" 2>/dev/null |
+             grep -v /share/doc/; then echo "left behind" >&2; exit 1; fi'
+    rm -rf "$1/use"
+}
+
+# packages ARCHITECTURE here|fresh
+packages() {
+    local folder=$PWD/build/packages/$1
+    rm -rf "$folder"
+    copy_source "$folder"
+    if [ "$2" = here ]; then
+        build_here "$folder"
+    else
+        build_in_debian "$folder" "$1"
+    fi
+    rm -rf "${folder:?}/$name"
+    lintian --allow-root --fail-on error,warning "$folder"/*.changes
+    if [ "$2" = fresh ]; then
+        use_in_debian "$folder" "$1"
+    fi
+    ls -l "$folder"
+}
+
+if [ $# -eq 0 ]; then
+    packages "$(dpkg --print-architecture)" here
+fi
+for architecture; do
+    packages "$architecture" fresh
+done
