@@ -36,12 +36,9 @@ endforeach()
 
 if(ZUSAHPI_TOOL)
   install(TARGETS evtlogctl)
-  set(completion tools/evtlogctl/evtlogctl.bash-completion)
-  if(EXISTS ${PROJECT_SOURCE_DIR}/${completion})
-    install(FILES ${completion}
-            DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions
-            RENAME evtlogctl)
-  endif()
+  install(FILES tools/evtlogctl/evtlogctl.bash-completion
+          DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions
+          RENAME evtlogctl)
 endif()
 
 install(FILES examples/evtlog.conf examples/minimal_mainlib.c examples/server.sel

@@ -27,13 +27,19 @@ install_tree() {
     version=$(sed -nE 's/^#define ZUSAHPI_UTIL_VERSION "(.*)"/\1/p' "$source/include/zuSaHpi_util.h")
 }
 
-# Manual pages and completion apart, which other tests look at.
 check_files() {
-    local expected found
+    local expected found page section
     expected=$(sed -e "s#^LIB#${lib#"$tree"/}#" -e "s#VERSION#$version#" "$here/files.txt" | sort)
     found=$(cd "$tree" && find . \( -type f -o -type l \) -printf '%P\n' |
-        grep -vE '^share/(man|bash-completion)/' | sort)
+        grep -v '^share/man/' | sort)
     diff <(echo "$expected") <(echo "$found") || fail "the installed files are not those of files.txt"
+    for page in "$source"/man/*.scd; do
+        page=$(basename "$page" .scd)
+        section=${page##*.}
+        grep -q '^\.TH' "$tree/share/man/man$section/$page" || fail "$page is no manual page"
+    done
+    [ "$(cat "$tree/share/man/man3/zuSaHpiEventLogInit.3")" = ".so man3/zusahpi_eventlog.3" ] ||
+        fail "the page of a function does not lead to the page about it"
     if grep -rIl -e "$source" -e "$build" "$tree"; then
         fail "these installed files name a folder of this machine"
     fi
