@@ -44,3 +44,6 @@ endif()
 install(FILES examples/evtlog.conf examples/minimal_mainlib.c examples/server.sel
               examples/severity.table
         DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)
+if(ZUSAHPI_TOOL)
+  install(DIRECTORY examples/systemd DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)
+endif()

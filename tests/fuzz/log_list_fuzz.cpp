@@ -7,8 +7,10 @@
 #include <rapidjson/reader.h>
 
 #include "tests/fuzz/harness.h"
+#include "tools/evtlogctl/entry_csv.h"
 #include "tools/evtlogctl/entry_json.h"
 #include "tools/evtlogctl/failure.h"
+#include "tools/evtlogctl/journal_json.h"
 #include "tools/evtlogctl/log_line.h"
 #include "tools/evtlogctl/log_reader.h"
 #include "tools/evtlogctl/report_data.h"
@@ -38,10 +40,16 @@ void requireJson(const std::string &text) {
     fuzz::require(text.find('\n') == std::string::npos, "an object is one line of JSON");
 }
 
-void requireEntryJson(const EventLogEntryRecord &entry) {
+void requireEveryForm(const EventLogEntryRecord &entry) {
     std::string text;
     evtlogctl::appendEntryJson(text, entry);
     requireJson(text);
+    text.clear();
+    evtlogctl::appendJournalJson(text, entry);
+    requireJson(text);
+    text.clear();
+    evtlogctl::appendEntryCsv(text, entry);
+    fuzz::require(isPrintable(text), "an entry is a line of values");
 }
 
 void requireCountable(const evtlogctl::LogFile &file, const evtlogctl::Snapshot &snapshot) {
@@ -73,7 +81,7 @@ void requireListable(const evtlogctl::LogFile &file, const evtlogctl::Snapshot &
     evtlogctl::SnapshotReader entries(file, log);
     while (const EventLogEntryRecord *const entry = entries.next()) {
         fuzz::require(isPrintable(evtlogctl::logLine(*entry)), "an entry is a line");
-        requireEntryJson(*entry);
+        requireEveryForm(*entry);
         if (const auto record = sel::importedRecord(*entry)) {
             const EventLogAddRecord again = sel::toEvent(*record, {});
             fuzz::require(again.event.EventType == entry->entry.Event.EventType,
