@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <chrono>
 #include <csignal>
+#include <filesystem>
 #include <thread>
 
 #include <sys/stat.h>
@@ -44,10 +45,11 @@ class Program : public testing::Test {
     Result import(const std::string &file) {
         return run({"import", file});
     }
-    void expectImport(const std::string &file, const std::string &counts) {
+    void expectImport(const std::string &file, const std::string &counts,
+                      const std::string &shown = "") {
         const Result result = import(file);
         EXPECT_EQ(result.exitStatus, 0);
-        EXPECT_EQ(result.output, file + ": " + counts + "\n");
+        EXPECT_EQ(result.output, (shown.empty() ? file : shown) + ": " + counts + "\n");
         EXPECT_EQ(result.errors, "");
     }
     // 4: the system said no.
@@ -593,6 +595,27 @@ TEST_F(Program, ADamagedLogThatCannotBeStarted) {
 }
 
 // ---- Other processes ----------------------------------------------------------------------------
+
+// A name may hold any byte but NUL and '/'; none of them reaches the terminal as a control.
+TEST_F(Program, NamesWithControlCharacters) {
+    const std::string name = folder.file("\x1B[31mred\n\x7F\xC2\x9B"
+                                         "\xC3\xBC\xFF");
+    const std::string as = folder.file(".[31mred...."
+                                       "\xC3\xBC\xFF");
+    expectFailure(run({"list", name}), as + " does not exist; name an event log file");
+    (void)import(dataFile("misc-30.sel"));
+    std::filesystem::copy_file(log, name);
+    for (const std::vector<std::string> &arguments :
+         {std::vector<std::string>{"info", name}, {"stat", name}, {"check", name}}) {
+        const Result result = run(arguments);
+        EXPECT_EQ(result.exitStatus, 0);
+        EXPECT_NE(result.output.find(as), std::string::npos) << result.output;
+        EXPECT_EQ(result.output.find('\x1B'), std::string::npos);
+    }
+    const std::string records = folder.file("\x1B");
+    std::filesystem::copy_file(dataFile("misc-30.sel"), records);
+    expectImport(records, "30 records read, 0 added, 30 already known", folder.file("."));
+}
 
 TEST_F(Program, HeldLock) {
     (void)import(dataFile("misc-30.sel"));

@@ -22,15 +22,15 @@ namespace {
     const EventLogInfoRecord &info = log.info;
     const std::uint32_t unused =
         eventlog::typeOf(info) == eventlog::LogType::linked ? info.maxUsed - info.sa.Entries : 0;
-    return fmt::format("{}: sound: {} log, {} of {} entries, {} free records, {} bytes", path,
-                       zuSaHpiConfigWord(ZUSAHPI_CONF_EVENT_LOG, info.type), info.sa.Entries,
-                       info.sa.Size, unused, log.status.st_size);
+    return fmt::format("{}: sound: {} log, {} of {} entries, {} free records, {} bytes",
+                       shown(path), zuSaHpiConfigWord(ZUSAHPI_CONF_EVENT_LOG, info.type),
+                       info.sa.Entries, info.sa.Size, unused, log.status.st_size);
 }
 
 [[nodiscard]] std::string countLine(const std::string &path, const Findings &findings) {
     const std::size_t count = findings.damages + findings.notices;
-    return fmt::format("{}: {} {}, {} of damage", path, count, count == 1 ? "finding" : "findings",
-                       findings.damages);
+    return fmt::format("{}: {} {}, {} of damage", shown(path), count,
+                       count == 1 ? "finding" : "findings", findings.damages);
 }
 
 [[nodiscard]] Status statusOf(const Findings &findings) {
@@ -65,7 +65,7 @@ void putSummary(JsonWriter &out, const std::string &path, const CheckedLog &log)
 [[nodiscard]] std::string salvageText(const std::string &to, std::size_t saved,
                                       const CheckedLog &log, ReportForm form) {
     if (form == ReportForm::text) {
-        return fmt::format("{}: {} entries saved; the log counts {}\n", to, saved,
+        return fmt::format("{}: {} entries saved; the log counts {}\n", shown(to), saved,
                            log.info.sa.Entries);
     }
     const auto put = [&](JsonWriter &out) {

@@ -9,6 +9,7 @@
 
 #include "constants/type_ids.h"
 #include "tools/evtlogctl/commands.h"
+#include "tools/evtlogctl/failure.h"
 #include "tools/evtlogctl/json_writer.h"
 #include "tools/evtlogctl/output.h"
 #include "zuSaHpi_default_mainlib.h"
@@ -19,7 +20,7 @@ namespace {
 constexpr std::uint32_t syslogOnly = 3; // the value of EventLog for a log without a file
 
 void setting(std::string &text, std::string_view name, std::string_view value) {
-    text += fmt::format("{:<24}{}\n", name, value);
+    text += fmt::format("{:<24}{}\n", name, shown(value));
 }
 
 // The name and the value as the configuration file writes them.

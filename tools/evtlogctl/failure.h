@@ -5,6 +5,7 @@
 #include <cstring>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include <fmt/format.h>
@@ -29,7 +30,11 @@ template <typename... Arguments>
 
 inline constexpr const char *programName = "evtlogctl";
 
-// Writes one line to standard error, the program's name before it.
+// A text from outside, such as the name of a file, as a terminal may show it: without control
+// characters, dots in their place.
+[[nodiscard]] std::string shown(std::string_view text);
+
+// Writes one line to standard error, the program's name before it, as a terminal may show it.
 void complain(const std::string &line);
 
 // The system's text for the last failed call.

@@ -84,7 +84,7 @@ std::size_t entriesOfLog() {
 }
 
 void summarise(const std::string &file, const ImportCounts &counts, std::string_view remark) {
-    std::string line = fmt::format("{}: {} records read, {} added, {} already known", file,
+    std::string line = fmt::format("{}: {} records read, {} added, {} already known", shown(file),
                                    counts.read, counts.added, counts.known);
     if (counts.lost > 0) {
         line += fmt::format(", {} entries of the full log overwritten", counts.lost);

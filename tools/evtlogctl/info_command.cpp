@@ -6,6 +6,7 @@
 #include <fmt/format.h>
 
 #include "tools/evtlogctl/commands.h"
+#include "tools/evtlogctl/failure.h"
 #include "tools/evtlogctl/info_json.h"
 #include "tools/evtlogctl/local_time.h"
 #include "tools/evtlogctl/log_reader.h"
@@ -29,7 +30,7 @@ namespace {
     const auto line = [&text](std::string_view label, const std::string &value) {
         text += fmt::format("{:<20}{}\n", label, value);
     };
-    line("File", log.path);
+    line("File", shown(log.path));
     line("File size", fmt::format("{} bytes", log.fileSize));
     line("Type", wordOf(ZUSAHPI_CONF_EVENT_LOG, info.type));
     line("When full", wordOf(ZUSAHPI_CONF_OVERFLOW, info.overflowAction));

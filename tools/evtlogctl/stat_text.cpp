@@ -10,6 +10,7 @@
 #include <fmt/format.h>
 
 #include "constants/type_ids.h"
+#include "tools/evtlogctl/failure.h"
 #include "tools/evtlogctl/local_time.h"
 #include "tools/evtlogctl/names.h"
 #include "tools/evtlogctl/sel_severity.h"
@@ -222,7 +223,7 @@ void appendLabel(std::string &text, std::string_view label, std::string_view val
 
 void appendHead(std::string &text, const DescribedLog &log, const LogCounts &counts,
                 std::size_t width) {
-    appendLabel(text, "File", log.path);
+    appendLabel(text, "File", shown(log.path));
     appendLabel(text, "Filled", fillText(log.info, width));
     appendLabel(text, "When full", wordOf(ZUSAHPI_CONF_OVERFLOW, log.info.overflowAction));
     appendLabel(text, "Overflowed", log.info.sa.OverflowFlag != SAHPI_FALSE ? "yes" : "no");

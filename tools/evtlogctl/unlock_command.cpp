@@ -155,7 +155,7 @@ Status unlockLog(const Settings &settings, const std::string &file) {
         fail(Status::systemRefused, "{} cannot be removed: {}; check the permissions of its folder",
              lock, systemError());
     }
-    writeAll(stdout, fmt::format("{}: no process uses it; its lock was removed\n", path),
+    writeAll(stdout, fmt::format("{}: no process uses it; its lock was removed\n", shown(path)),
              standardOutput);
     flushAll(stdout, standardOutput);
     return Status::done;
