@@ -450,6 +450,7 @@ def main():
     parser.add_argument("--rounds", type=int, default=11)
     parser.add_argument("--scale", type=float, default=1.0, help="of the numbers of operations")
     parser.add_argument("--only", help="one table alone")
+    os.environ["TZ"] = "UTC0"  # as the lines that sqlite3 prints have their times
     bench = Bench(parser.parse_args())
     try:
         environment(bench)

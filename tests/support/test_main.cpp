@@ -63,6 +63,7 @@ int runEachInAChild(bool stopAtAFailure) {
 
 int main(int argumentCount, char **arguments) {
     testing::InitGoogleTest(&argumentCount, arguments);
+    (void)setenv("TZ", "UTC0", 1); // times are in UTC in every text that a test expects
     const char *wanted = std::getenv("ZUSAHPI_FORK_TESTS");
     return wanted != nullptr ? runEachInAChild(std::string_view(wanted) == "stop")
                              : RUN_ALL_TESTS();
