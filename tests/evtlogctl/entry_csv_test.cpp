@@ -63,6 +63,9 @@ TEST(EntryCsv, NumbersWithoutAName) {
     std::memcpy(&entry.entry.Event.EventType, &odd, sizeof odd);
     std::memcpy(&entry.entry.Event.Severity, &odd, sizeof odd);
     const std::string line = csvOf(entry);
+    const std::uint32_t everyType = 0xFFFFFFFF;
+    std::memcpy(&entry.entry.Event.EventType, &everyType, sizeof everyType);
+    EXPECT_NE(csvOf(entry).find(",77,4294967295,"), std::string::npos);
     EXPECT_NE(line.find(",77,77,\"-\",\"\",\"event of unknown type 77\""), std::string::npos)
         << line;
 }

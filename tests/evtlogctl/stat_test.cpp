@@ -58,9 +58,9 @@ entries  per hour  first        last                            severity
       1     0.042  11-15T22:13  11-15T22:13  ########           critical
 
 entries  per hour  first        last                            event type
-      1     0.042  11-15T22:13  11-15T22:13  #################  Sensor
-      1     0.042  11-15T10:13  11-15T10:13  #################  Hpi Sw
-      1     0.042  11-14T22:13  11-14T22:13  #################  User
+      1     0.042  11-15T22:13  11-15T22:13  #################  sensor
+      1     0.042  11-15T10:13  11-15T10:13  #################  hpi_sw
+      1     0.042  11-14T22:13  11-14T22:13  #################  user
 
 entries  per hour  first        last                            source
       1     0.042  11-15T22:13  11-15T22:13  #################  Shelf
@@ -101,7 +101,7 @@ TEST_F(Stat, TimesThatAreNoneAreInNoRate) {
 TEST_F(Stat, RowsLeftOutAreCounted) {
     const std::string bytes = sample_logs::bytesOf(Kind::simple);
     const std::string two = expectDone(bytes, {"-n", "2"});
-    EXPECT_NE(two.find("  Hpi Sw\n      1  in 1 more; --all shows every one\n"), std::string::npos)
+    EXPECT_NE(two.find("  hpi_sw\n      1  in 1 more; --all shows every one\n"), std::string::npos)
         << two;
     const std::string none = expectDone(bytes, {"--rows=0"});
     EXPECT_NE(none.find("  source\n      3  in 3 more; --all shows every one\n"),

@@ -7,8 +7,8 @@
 
 #include "tools/evtlogctl/local_time.h"
 #include "tools/evtlogctl/log_line.h"
+#include "tools/evtlogctl/names.h"
 #include "tools/evtlogctl/sel_severity.h"
-#include "zuSaHpi_default_mainlib.h"
 
 namespace zusahpi::evtlogctl {
 namespace {
@@ -19,12 +19,6 @@ void appendQuoted(std::string &text, std::string_view value) {
         text.append(letter == '"' ? 2 : 1, letter);
     }
     text += '"';
-}
-
-void appendEventType(std::string &text, SaHpiEventTypeT type) {
-    const char *const word = zuSaHpiConfigWord(ZUSAHPI_CONF_SYSLOG_EVENT_TYPE, type);
-    text += ',';
-    text += word != nullptr ? word : fmt::format("{}", static_cast<std::uint32_t>(type));
 }
 
 void appendMoment(std::string &text, SaHpiTimeT time) {
@@ -44,7 +38,8 @@ void appendEntryCsv(std::string &text, const EventLogEntryRecord &entry) {
     appendMoment(text, entry.entry.Event.Timestamp);
     text += ',';
     text += sel::severityName(entry.entry.Event.Severity);
-    appendEventType(text, entry.entry.Event.EventType);
+    text += ',';
+    text += eventTypeName(entry.entry.Event.EventType);
     appendQuoted(text, sourceText(entry));
     appendQuoted(text, sensorText(entry));
     std::string message;

@@ -7,8 +7,8 @@
 #include <cstdint>
 
 #include "tools/evtlogctl/log_line.h"
+#include "tools/evtlogctl/names.h"
 #include "tools/evtlogctl/sel_severity.h"
-#include "zuSaHpi_default_mainlib.h"
 
 namespace zusahpi::evtlogctl {
 namespace {
@@ -29,11 +29,6 @@ constexpr std::array<SaHpiSeverityT, 6> bySeverity = {
         }
     }
     return std::nullopt;
-}
-
-[[nodiscard]] std::string_view eventTypeWord(std::uint32_t type) {
-    const char *const word = zuSaHpiConfigWord(ZUSAHPI_CONF_SYSLOG_EVENT_TYPE, type);
-    return word != nullptr ? word : std::string_view{};
 }
 
 void addWord(std::string &text, std::string_view word, bool last) {
@@ -119,14 +114,14 @@ std::string severityWords() {
 std::string eventTypeWords() {
     std::string text;
     for (std::uint32_t type = SAHPI_ET_RESOURCE; type <= SAHPI_ET_USER; ++type) {
-        addWord(text, eventTypeWord(type), type == SAHPI_ET_USER);
+        addWord(text, eventTypeName(type), type == SAHPI_ET_USER);
     }
     return text;
 }
 
 std::optional<SaHpiEventTypeT> eventTypeOf(std::string_view word) {
     for (std::uint32_t type = SAHPI_ET_RESOURCE; type <= SAHPI_ET_USER; ++type) {
-        if (word == eventTypeWord(type)) {
+        if (word == eventTypeName(type)) {
             return static_cast<SaHpiEventTypeT>(type);
         }
     }

@@ -7,6 +7,7 @@
 #include <unordered_map>
 
 #include "constants/type_ids.h"
+#include "zuSaHpi_default_mainlib.h"
 #include "zuSaHpi_mainlib.h"
 #include "zuSaHpi_util.h"
 
@@ -40,6 +41,13 @@ template <typename Look>
 }
 
 } // namespace
+
+std::string eventTypeName(std::uint32_t type) {
+    const char *const word = type <= SAHPI_ET_USER // behind it the keyword has "all"
+                                 ? zuSaHpiConfigWord(ZUSAHPI_CONF_SYSLOG_EVENT_TYPE, type)
+                                 : nullptr;
+    return word != nullptr ? word : std::to_string(type);
+}
 
 std::string_view displayName(std::uint32_t value, std::uint32_t typeKey, const char *prefix) {
     static Names names;

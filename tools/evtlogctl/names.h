@@ -4,11 +4,16 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 
 #include "SaHpi.h"
 
 namespace zusahpi::evtlogctl {
+
+// "sensor_enable_change", as the configuration file and the command line call it; the number of a
+// type that has no name.
+[[nodiscard]] std::string eventTypeName(std::uint32_t type);
 
 // The form for people of a constant's name, or its number; valid until the next call. `prefix` is
 // the part of the name that is left out, always the same for a type key.

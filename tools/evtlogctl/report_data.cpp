@@ -61,8 +61,7 @@ void putMilliseconds(JsonWriter &out, SaHpiTimeT time) {
 
 // When it happened, or was logged where that is not known, as the list of entries has it.
 void putRowTime(JsonWriter &out, const EventLogEntryRecord &entry) {
-    const SaHpiTimeT event = entry.entry.Event.Timestamp;
-    const SaHpiTimeT time = event != SAHPI_TIME_UNSPECIFIED ? event : entry.entry.Timestamp;
+    const SaHpiTimeT time = shownTime(entry);
     if (time > SAHPI_TIME_MAX_RELATIVE) {
         putMilliseconds(out, time);
     } else {

@@ -9,7 +9,6 @@
 
 #include <fmt/format.h>
 
-#include "constants/type_ids.h"
 #include "tools/evtlogctl/failure.h"
 #include "tools/evtlogctl/local_time.h"
 #include "tools/evtlogctl/names.h"
@@ -75,9 +74,8 @@ template <typename NameOf>
     tables.push_back(tableOf("severity", counts.severities, rows, [](const CountedGroup &group) {
         return sel::severityName(static_cast<SaHpiSeverityT>(group.value));
     }));
-    tables.push_back(tableOf("event type", counts.eventTypes, rows, [](const CountedGroup &group) {
-        return std::string(displayName(group.value, type_id::eventType, "SAHPI_ET_"));
-    }));
+    tables.push_back(tableOf("event type", counts.eventTypes, rows,
+                             [](const CountedGroup &group) { return eventTypeName(group.value); }));
     tables.push_back(tableOf("source", counts.sources, rows,
                              [](const CountedGroup &group) { return group.source; }));
     tables.push_back(tableOf("sensor", counts.sensors, rows, [](const CountedGroup &group) {
