@@ -3,6 +3,7 @@
 #include "tools/evtlogctl/stat_text.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <iterator>
 #include <string_view>
 #include <vector>
@@ -102,12 +103,13 @@ template <typename NameOf>
             .barWidth = std::clamp(width - std::min(width, used), leastBar, mostBar)};
 }
 
-// Of `full` characters, at least one for anything that there is.
-[[nodiscard]] std::size_t barLength(double part, double whole, std::size_t full) {
-    if (part <= 0 || whole <= 0) {
+// Of `full` characters, at least one for anything that there is. In whole numbers, so that it is
+// the same on every processor; both counts have 32 bits, so the product fits.
+[[nodiscard]] std::size_t barLength(std::uint64_t part, std::uint64_t whole, std::size_t full) {
+    if (part == 0 || whole == 0) {
         return 0;
     }
-    const double length = std::min(part / whole, 1.0) * static_cast<double>(full);
+    const std::uint64_t length = std::min(part, whole) * full / whole;
     return std::max<std::size_t>(static_cast<std::size_t>(length), 1);
 }
 
@@ -154,9 +156,7 @@ void appendRow(std::string &text, const Row &row, std::size_t busiest, const Sty
     const std::string rate = rateText(group.times, style);
     const std::string first = momentText(group.times, group.times.first, style);
     const std::string last = momentText(group.times, group.times.last, style);
-    const std::string bar(
-        barLength(static_cast<double>(group.entries), static_cast<double>(busiest), style.barWidth),
-        '#');
+    const std::string bar(barLength(group.entries, busiest, style.barWidth), '#');
     appendLine(
         text,
         {.count = count, .rate = rate, .first = first, .last = last, .bar = bar, .name = row.name},
@@ -199,7 +199,7 @@ void appendLabel(std::string &text, std::string_view label, std::string_view val
     const double entries = info.sa.Entries;
     const double size = info.sa.Size;
     const std::size_t full = std::min(width / 2, mostBar);
-    const std::string bar(barLength(entries, size, full), '#');
+    const std::string bar(barLength(info.sa.Entries, info.sa.Size, full), '#');
     return fmt::format("[{:<{}}] {:.3g} %, {} of {} entries", bar, full,
                        size > 0 ? percent * entries / size : percent, info.sa.Entries,
                        info.sa.Size);
