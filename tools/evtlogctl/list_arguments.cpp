@@ -80,6 +80,7 @@ void addOrder(CLI::App &command, ListOptions &options) {
 
 void addForm(CLI::App &command, ListArguments &arguments) {
     std::vector<std::string> names;
+    names.reserve(forms.size());
     for (const auto &[name, form] : forms) {
         names.emplace_back(name);
     }
