@@ -3,11 +3,13 @@
 #include <array>
 #include <chrono>
 #include <csignal>
+#include <cstdlib>
 #include <stdexcept>
 #include <string>
 #include <thread>
 
 #include <fcntl.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <gtest/gtest.h>
@@ -125,6 +127,30 @@ TEST_F(Ending, AReaderThatHasEnough) {
         EXPECT_EQ(readFile(errors), "") << arguments[0];
         expectFreeAndSound();
     }
+}
+
+// A file that is opened must not take the place of a stream that is closed: the log would get what
+// is printed.
+TEST_F(Ending, AStreamThatIsClosedFromTheStart) {
+    const std::string start =
+        std::string("exec ") + EVTLOGCTL_PROGRAM + " --root " + root + " --config " + config + " ";
+    const std::string import = "import --all " + sel_samples::dataFile("misc-30.sel");
+    const auto statusOf = [](const std::string &command) {
+        const int status = std::system(command.c_str()); // NOLINT(cert-env33-c): it is the subject
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    };
+    const auto betweenInfoAndEntries = [this] { // which a Circular log does not use
+        return readFile(root + "/evtlog/log").substr(80, 6064 - 80);
+    };
+    const std::string before = betweenInfoAndEntries();
+    EXPECT_EQ(statusOf(start + import + " >&- 2>" + errors), 4);
+    EXPECT_EQ(readFile(errors), "evtlogctl: standard output cannot be written: Bad file "
+                                "descriptor; check the disk\n");
+    EXPECT_EQ(statusOf(start + "evtlog info >&- 2>/dev/null"), 4);
+    EXPECT_EQ(statusOf(start + import + " >/dev/null 2>&- <&-"), 0);
+    EXPECT_EQ(statusOf(start + "--syslog stderr " + import + " >&- 2>&- <&-"), 4);
+    expectFreeAndSound();
+    EXPECT_TRUE(betweenInfoAndEntries() == before);
 }
 
 #if defined(EVTLOGCTL_EDITS_LINES)

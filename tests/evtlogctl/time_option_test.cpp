@@ -67,6 +67,13 @@ TEST_F(TimeOption, TimesWithAZone) {
     EXPECT_EQ(parseMoment("2023-12-19T05:16:51.000000000+01:00", now), now);
 }
 
+// As the counts and the report show them.
+TEST_F(TimeOption, TimesOfOtherCommands) {
+    EXPECT_EQ(parseMoment("2023-12-19T05:16", now), now - 51 * second);
+    EXPECT_EQ(parseMoment("2023-12-19 04:16:51Z", now), now);
+    EXPECT_EQ(parseMoment("2023-12-19 05:16:51+01:00", now), now);
+}
+
 TEST_F(TimeOption, TimesOfTheController) {
     EXPECT_EQ(parseMoment("+0d00:00:42", now), 42 * second);
     EXPECT_EQ(parseMoment("-0d00:00:42.000000001", now), -42 * second - 1);

@@ -22,7 +22,7 @@ constexpr std::size_t labelWidth = 12;
 constexpr std::size_t countWidth = 7;
 constexpr std::size_t rateWidth = 8;
 constexpr std::size_t dayWidth = 10;    // 2024-02-20
-constexpr std::size_t minuteWidth = 11; // 02-20T17:45
+constexpr std::size_t minuteWidth = 16; // 2024-02-20T17:45
 constexpr std::size_t gaps = 10;        // five of them
 constexpr std::size_t leastBar = 12;
 constexpr std::size_t mostBar = 40;
@@ -125,13 +125,12 @@ template <typename NameOf>
     return rate && times.events > 0 ? numberText(style.hourly ? *rate / hoursOfADay : *rate) : "-";
 }
 
-// The day, or in a short log the day of the month and the time.
+// The day, and in a short log the time: a form that the options for times take.
 [[nodiscard]] std::string momentText(const EventTimes &times, SaHpiTimeT time, const Style &style) {
-    constexpr std::size_t month = 5; // where it begins in 2024-02-20T17:45:12
     if (times.events == 0) {
         return "-";
     }
-    return timeText(time).substr(style.hourly ? month : 0, style.dateWidth);
+    return timeText(time).substr(0, style.dateWidth);
 }
 
 // A line of a table, or its heading.
