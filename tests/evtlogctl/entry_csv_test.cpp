@@ -10,6 +10,7 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/evtlogctl/plain_entries.h"
 #include "tests/evtlogctl/sel_samples.h"
 
 namespace {
@@ -23,18 +24,11 @@ std::string csvOf(const EventLogEntryRecord &entry) {
 }
 
 EventLogEntryRecord userEvent(const std::string &text) {
-    EventLogEntryRecord entry;
-    std::memset(&entry, 0, sizeof entry);
-    entry.entry.EntryId = 9;
-    entry.entry.Timestamp = sel_samples::loggedAt;
+    EventLogEntryRecord entry = plain_entries::plainEntry(SAHPI_ET_USER);
     entry.entry.Event.Source = SAHPI_UNSPECIFIED_RESOURCE_ID;
-    entry.entry.Event.EventType = SAHPI_ET_USER;
     entry.entry.Event.Timestamp = 42'000'000'000;
     entry.entry.Event.Severity = SAHPI_OK;
-    SaHpiTextBufferT &data = entry.entry.Event.EventDataUnion.UserEvent.UserEventData;
-    data.DataType = SAHPI_TL_TYPE_TEXT;
-    data.DataLength = static_cast<SaHpiUint8T>(text.size());
-    std::memcpy(data.Data, text.data(), text.size());
+    plain_entries::putText(entry.entry.Event.EventDataUnion.UserEvent.UserEventData, text);
     return entry;
 }
 
@@ -53,7 +47,7 @@ TEST(EntryCsv, QuotesAndCommasInTexts) {
     setenv("TZ", "UTC0", 1);
     tzset();
     EXPECT_EQ(csvOf(userEvent("say \"no\", twice\n")),
-              "9,2023-11-14T22:13:20.000000000Z,+0d00:00:42.000000000,ok,user,\"-\",\"\","
+              "7,2023-11-14T22:13:20.000000000Z,+0d00:00:42.000000000,ok,user,\"-\",\"\","
               "\"User: say \"\"no\"\", twice.\"");
 }
 

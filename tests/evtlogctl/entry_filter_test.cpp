@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/evtlogctl/plain_entries.h"
 #include "tests/evtlogctl/sel_samples.h"
 
 namespace {
@@ -13,26 +14,13 @@ namespace {
 using namespace zusahpi;
 using evtlogctl::EntryFilter;
 using evtlogctl::matches;
-
-constexpr SaHpiTimeT happened = 1'702'959'411'250'000'000;
-
-void putText(SaHpiTextBufferT &buffer, const std::string &text) {
-    buffer.DataType = SAHPI_TL_TYPE_TEXT;
-    buffer.DataLength = static_cast<SaHpiUint8T>(text.size());
-    std::memcpy(buffer.Data, text.data(), text.size());
-}
+using plain_entries::happened;
+using plain_entries::putText;
 
 // Of the sensor 7, "Fan 3" of the resource 5, "Shelf 1".
 EventLogEntryRecord sensorEntry() {
-    EventLogEntryRecord entry;
-    std::memset(&entry, 0, sizeof entry);
-    entry.entry.EntryId = 9;
-    entry.entry.Timestamp = sel_samples::loggedAt;
+    EventLogEntryRecord entry = plain_entries::plainEntry(SAHPI_ET_SENSOR);
     SaHpiEventT &event = entry.entry.Event;
-    event.Source = 5;
-    event.EventType = SAHPI_ET_SENSOR;
-    event.Timestamp = happened;
-    event.Severity = SAHPI_MAJOR;
     event.EventDataUnion.SensorEvent.SensorNum = 7;
     event.EventDataUnion.SensorEvent.SensorType = SAHPI_FAN;
     event.EventDataUnion.SensorEvent.Assertion = SAHPI_TRUE;

@@ -8,11 +8,13 @@
 #include <gtest/gtest.h>
 #include <rapidjson/document.h>
 
+#include "tests/evtlogctl/plain_entries.h"
 #include "tests/evtlogctl/sel_samples.h"
 
 namespace {
 
 using namespace zusahpi;
+using plain_entries::putText;
 using rapidjson::Document;
 using rapidjson::Value;
 
@@ -31,29 +33,19 @@ Document parsed(const EventLogEntryRecord &entry) {
     return document;
 }
 
+// With the time in the entry and none in the event.
 EventLogEntryRecord entryOfType(SaHpiEventTypeT type) {
-    EventLogEntryRecord entry;
-    std::memset(&entry, 0, sizeof entry);
-    entry.entry.EntryId = 7;
-    entry.entry.Timestamp = 1'702'959'411'250'000'000;
-    entry.entry.Event.Source = 5;
-    entry.entry.Event.EventType = type;
+    EventLogEntryRecord entry = plain_entries::plainEntry(type);
+    entry.entry.Timestamp = plain_entries::happened;
     entry.entry.Event.Timestamp = SAHPI_TIME_UNSPECIFIED;
-    entry.entry.Event.Severity = SAHPI_MAJOR;
     return entry;
-}
-
-void putText(SaHpiTextBufferT &buffer, SaHpiTextTypeT type, std::string_view text) {
-    buffer.DataType = type;
-    buffer.DataLength = static_cast<SaHpiUint8T>(text.size());
-    std::memcpy(buffer.Data, text.data(), text.size());
 }
 
 TEST(EntryJson, AWholeEntry) {
     EventLogEntryRecord entry = entryOfType(SAHPI_ET_USER);
     SaHpiTextBufferT &text = entry.entry.Event.EventDataUnion.UserEvent.UserEventData;
     text.Language = SAHPI_LANG_ENGLISH;
-    putText(text, SAHPI_TL_TYPE_TEXT, "fan \"3\"\n");
+    putText(text, "fan \"3\"\n");
     EXPECT_EQ(jsonOf(entry),
               R"({"EntryId":7,"Timestamp":1702959411250000000,)"
               R"("TimestampTime":"2023-12-19T04:16:51.250000000Z",)"
@@ -168,15 +160,14 @@ TEST(EntryJson, TextsAreUtf8AndTheirBytesAreThereToo) {
         return object["Event"]["UserEvent"]["UserEventData"];
     };
     Document object;
-    putText(text, SAHPI_TL_TYPE_TEXT,
-            "L\xFC"
-            "fter");
+    putText(text, "L\xFC"
+                  "fter");
     EXPECT_STREQ(data(object)["Text"].GetString(), "L\xEF\xBF\xBD"
                                                    "fter");
     EXPECT_STREQ(data(object)["Data"].GetString(), "4cfc66746572");
-    putText(text, SAHPI_TL_TYPE_TEXT, std::string_view("a\0b", 3));
+    putText(text, std::string_view("a\0b", 3));
     EXPECT_EQ(data(object)["Text"].GetStringLength(), 3U);
-    putText(text, SAHPI_TL_TYPE_BINARY, "ab");
+    putText(text, "ab", SAHPI_TL_TYPE_BINARY);
     EXPECT_TRUE(data(object)["Text"].IsNull());
     EXPECT_STREQ(data(object)["Data"].GetString(), "6162");
 }

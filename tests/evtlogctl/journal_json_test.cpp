@@ -6,7 +6,7 @@
 #include <gtest/gtest.h>
 #include <rapidjson/document.h>
 
-#include "tests/evtlogctl/sel_samples.h"
+#include "tests/evtlogctl/plain_entries.h"
 #include "tools/evtlogctl/cursor.h"
 
 namespace {
@@ -14,14 +14,8 @@ namespace {
 using namespace zusahpi;
 
 EventLogEntryRecord plainEntry() {
-    EventLogEntryRecord entry;
-    std::memset(&entry, 0, sizeof entry);
-    entry.entry.EntryId = 7;
-    entry.entry.Timestamp = sel_samples::loggedAt;
-    entry.entry.Event.Source = 5;
-    entry.entry.Event.EventType = SAHPI_ET_RESOURCE;
-    entry.entry.Event.Timestamp = 1'702'959'411'250'000'999;
-    entry.entry.Event.Severity = SAHPI_MAJOR;
+    EventLogEntryRecord entry = plain_entries::plainEntry(SAHPI_ET_RESOURCE);
+    entry.entry.Event.Timestamp += 999; // less than is told
     return entry;
 }
 

@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/evtlogctl/plain_entries.h"
 #include "tests/evtlogctl/sel_samples.h"
 #include "tests/support/files.h"
 
@@ -14,20 +15,9 @@ namespace {
 
 using namespace zusahpi;
 using evtlogctl::logLine;
+using plain_entries::plainEntry;
+using plain_entries::putText;
 using sel_samples::entryOf;
-
-// An entry of another program, without RPT entry and RDR.
-EventLogEntryRecord plainEntry(SaHpiEventTypeT type) {
-    EventLogEntryRecord entry;
-    std::memset(&entry, 0, sizeof entry);
-    entry.entry.EntryId = 7;
-    entry.entry.Timestamp = sel_samples::loggedAt;
-    entry.entry.Event.Source = 5;
-    entry.entry.Event.EventType = type;
-    entry.entry.Event.Timestamp = 1'702'959'411'250'000'000;
-    entry.entry.Event.Severity = SAHPI_MAJOR;
-    return entry;
-}
 
 // What comes after the source.
 std::string eventPart(const EventLogEntryRecord &entry) {
@@ -36,12 +26,6 @@ std::string eventPart(const EventLogEntryRecord &entry) {
         "     7  2023-12-19T04:16:51.250Z  major          resource 5       ";
     EXPECT_EQ(line.substr(0, std::strlen(head)), head);
     return line.substr(std::strlen(head));
-}
-
-void putText(SaHpiTextBufferT &buffer, SaHpiTextTypeT type, const std::string &text) {
-    buffer.DataType = type;
-    buffer.DataLength = static_cast<SaHpiUint8T>(text.size());
-    std::memcpy(buffer.Data, text.data(), text.size());
 }
 
 TEST(LogLine, SampleFilesAreListedAsReviewed) {
@@ -146,17 +130,17 @@ TEST(LogLine, OtherSensorAndHotSwapEvents) {
 TEST(LogLine, TextsAndBytes) {
     EventLogEntryRecord entry = plainEntry(SAHPI_ET_USER);
     SaHpiTextBufferT &text = entry.entry.Event.EventDataUnion.UserEvent.UserEventData;
-    putText(text, SAHPI_TL_TYPE_TEXT, "door %n open\x1B[2J\n\xC3\xA4");
+    putText(text, "door %n open\x1B[2J\n\xC3\xA4");
     EXPECT_EQ(eventPart(entry), "User: door %n open.[2J...");
-    putText(text, SAHPI_TL_TYPE_BINARY, std::string("\x01\xAB", 2));
+    putText(text, std::string("\x01\xAB", 2), SAHPI_TL_TYPE_BINARY);
     EXPECT_EQ(eventPart(entry), "User: 01 AB");
     entry = plainEntry(SAHPI_ET_OEM);
     entry.entry.Event.EventDataUnion.OemEvent.MId = 0x137;
-    putText(entry.entry.Event.EventDataUnion.OemEvent.OemEventData, SAHPI_TL_TYPE_TEXT, "hello");
+    putText(entry.entry.Event.EventDataUnion.OemEvent.OemEventData, "hello");
     EXPECT_EQ(eventPart(entry), "OEM event, manufacturer 0x000137: hello");
     entry = plainEntry(SAHPI_ET_HPI_SW);
     entry.entry.Event.EventDataUnion.HpiSwEvent.Type = SAHPI_HPIE_STARTUP;
-    putText(entry.entry.Event.EventDataUnion.HpiSwEvent.EventData, SAHPI_TL_TYPE_TEXT, "up");
+    putText(entry.entry.Event.EventDataUnion.HpiSwEvent.EventData, "up");
     EXPECT_EQ(eventPart(entry), "HPI software, manufacturer 0x000000: Startup: up");
     entry = plainEntry(static_cast<SaHpiEventTypeT>(99));
     EXPECT_EQ(eventPart(entry), "event of unknown type 99");
@@ -165,9 +149,9 @@ TEST(LogLine, TextsAndBytes) {
 TEST(LogLine, TagAndIdStringNameTheSource) {
     EventLogEntryRecord entry = plainEntry(SAHPI_ET_SENSOR);
     entry.rpt.ResourceCapabilities = SAHPI_CAPABILITY_RESOURCE;
-    putText(entry.rpt.ResourceTag, SAHPI_TL_TYPE_TEXT, "Shelf 1");
+    putText(entry.rpt.ResourceTag, "Shelf 1");
     entry.rdr.RdrType = SAHPI_SENSOR_RDR;
-    putText(entry.rdr.IdString, SAHPI_TL_TYPE_TEXT, "Inlet");
+    putText(entry.rdr.IdString, "Inlet");
     EXPECT_EQ(logLine(entry), "     7  2023-12-19T04:16:51.250Z  major          Shelf 1          "
                               "Inlet: unspecified state deasserted");
     entry.rpt.ResourceCapabilities = 0;

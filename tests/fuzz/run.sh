@@ -34,8 +34,9 @@ build=${build:-$root/build/$preset}
 kind=${preset#fuzz} # ", i386" or ", memory" in the figures
 kind=${kind/#-/, }
 
-(cd "$root" && cmake --preset "$preset" -B "$build" >"$build.configure.log" 2>&1) ||
-    { cat "$build.configure.log" && exit 1; }
+mkdir -p "$build"
+(cd "$root" && cmake --preset "$preset" -B "$build" >"$build/configure.log" 2>&1) ||
+    { cat "$build/configure.log" && exit 1; }
 cmake --build "$build" --target fuzzers >"$build/fuzzers.log" 2>&1 ||
     { cat "$build/fuzzers.log" && exit 1; }
 mkdir -p "$build/findings" "$build/corpus"
