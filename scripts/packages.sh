@@ -12,6 +12,7 @@ cd "$(dirname "$0")/.."
 
 scripts/setup.sh --packages
 release=bookworm
+inside=/srv # the folder of a fresh Debian that we work in
 name=zusahpi-util-$(dpkg-parsechangelog -S Version)
 
 # copy_source FOLDER: the files that git knows or would take
@@ -49,25 +50,25 @@ build_here() {
 # Debian's shell scripts for the hooks see the root folder as $1.
 # shellcheck disable=SC2016
 build_in_debian() {
-    debian "$2" "copy-in '$1/$name' /root" \
+    debian "$2" "copy-in '$1/$name' $inside" \
         'chroot "$1" apt-get install -y --no-install-recommends build-essential' \
-        "chroot \"\$1\" apt-get build-dep -y --no-install-recommends /root/$name" \
-        "chroot \"\$1\" sh -c 'cd /root/$name && dpkg-buildpackage -us -uc -F && rm -r /root/$name'" \
-        "sync-out /root '$1'"
+        "chroot \"\$1\" apt-get build-dep -y --no-install-recommends $inside/$name" \
+        "chroot \"\$1\" sh -c 'cd $inside/$name && dpkg-buildpackage -us -uc -F && rm -r ../$name'" \
+        "sync-out $inside '$1'"
 }
 
 # The tool's package is tried before anything else is installed that it might need.
 # shellcheck disable=SC2016
 use_in_debian() {
-    local source=/root/$name
+    local source=$inside/$name packages=$inside/packages
     copy_source "$1/use"
-    debian "$2" "copy-in '$1/use/$name' /root" \
-        'mkdir "$1/root/packages"' "sync-in '$1' /root/packages" \
-        'chroot "$1" sh -c "apt-get install -y --no-install-recommends \
-             /root/packages/libzusahpi-util1_*.deb /root/packages/evtlogctl_*.deb"' \
+    debian "$2" "copy-in '$1/use/$name' $inside" \
+        "mkdir \"\$1$packages\"" "sync-in '$1' $packages" \
+        "chroot \"\$1\" sh -c 'apt-get install -y --no-install-recommends \
+             $packages/libzusahpi-util1_*.deb $packages/evtlogctl_*.deb'" \
         "chroot \"\$1\" $source/tests/packages/use_tool.sh" \
-        'chroot "$1" sh -c "apt-get install -y --no-install-recommends g++ pkg-config \
-             /root/packages/libzusahpi-util-dev_*.deb"' \
+        "chroot \"\$1\" sh -c 'apt-get install -y --no-install-recommends g++ pkg-config \
+             $packages/libzusahpi-util-dev_*.deb'" \
         "chroot \"\$1\" $source/tests/packages/use_library.sh" \
         'chroot "$1" apt-get purge -y evtlogctl libzusahpi-util1' \
         'if find "$1/usr" "$1/etc" "$1/var/lib/zusahpi" -iname "*zusahpi*" 2>/dev/null |
