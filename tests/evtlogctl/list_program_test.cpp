@@ -281,6 +281,27 @@ TEST_F(List, PagerOnATerminal) {
     EXPECT_EQ(onTerminal(arguments, {{"PAGER", ""}}).output.find("paged"), std::string::npos);
 }
 
+// A program in the place of less, to see what it is given.
+TEST_F(List, PagesWithLessUnlessToldElse) {
+    const std::string programs = folder.file("programs");
+    const std::string less = programs + "/less";
+    std::filesystem::create_directory(programs);
+    writeFile(less, "#!/bin/sh\necho \"LESS=$LESS less $*\"\nhead -n 1\n");
+    std::filesystem::permissions(less, std::filesystem::perms::owner_all);
+    setenv("PATH", (programs + ":" + std::getenv("PATH")).c_str(), 1);
+    unsetenv("PAGER");
+    unsetenv("LESS");
+    const std::string newest = lastLine(all);
+    const std::string shown = newest.substr(0, newest.size() - 1) + "\r\n";
+    EXPECT_EQ(program::talkOnTerminal(withRoot({"list", "-n1"}), {}).output,
+              "LESS=FRSXMK less \r\n" + shown);
+    EXPECT_EQ(program::talkOnTerminal(withRoot({"list", "-n1", "-e"}), {}).output,
+              "LESS=FRSXMK less +G\r\n" + shown);
+    setenv("LESS", "S", 1);
+    EXPECT_EQ(program::talkOnTerminal(withRoot({"list", "-n1"}), {}).output.substr(0, 14),
+              "LESS=S less \r\n");
+}
+
 TEST_F(List, LeavingThePagerIsNoFailure) {
     const Result left = onTerminal(withRoot({"list"}), {{"PAGER", "head -n 1"}});
     EXPECT_EQ(left.exitStatus, 0);
