@@ -141,8 +141,8 @@ SaErrorT linkFromNewest(const EventLogInfoRecord &info, std::uint32_t number) {
         return SA_OK;
     }
     EventLogEntryRecord newest;
-    if (getEntry(info.newest, newest) != SA_OK) {
-        return SA_ERR_HPI_NO_RESPONSE;
+    if (const SaErrorT result = getEntryToChange(info.newest, newest); result != SA_OK) {
+        return result == SA_ERR_HPI_NOT_PRESENT ? SA_ERR_HPI_NO_RESPONSE : result;
     }
     newest.next = number;
     return writeEntry(newest) == SA_OK ? SA_OK : SA_ERR_HPI_NO_RESPONSE;
@@ -179,6 +179,10 @@ SaErrorT addInTransaction(EventLogInfoRecord &info, const EventLogAddRecord &add
     return SA_OK;
 }
 
+bool isDroppedSilently(int force) {
+    return force == 0 && currentInfo().sa.Enabled == 0;
+}
+
 void forwardToSyslog(const EventLogAddRecord &added, bool silentlyDropped) {
     if (store.syslogEnabled && !(silentlyDropped && store.syslogFollowsState)) {
         zuSaHpiEventLogSyslogAdd(&added);
@@ -190,13 +194,15 @@ void forwardToSyslog(const EventLogAddRecord &added, bool silentlyDropped) {
 
 SaErrorT zuSaHpiEventLogEntryAdd(const EventLogAddRecord *entry, int force) {
     using namespace zusahpi::eventlog;
-    const bool silentlyDropped = force == 0 && currentInfo().sa.Enabled == 0;
-    forwardToSyslog(*entry, silentlyDropped);
-    if (!store.fileEnabled || silentlyDropped) {
+    forwardToSyslog(*entry, isDroppedSilently(force));
+    if (!store.fileEnabled || isDroppedSilently(force)) {
         return SA_OK;
     }
     if (const SaErrorT result = prepareTransaction("add an entry"); result != SA_OK) {
         return result;
+    }
+    if (isDroppedSilently(force)) { // by a change that waited until now
+        return SA_OK;
     }
     if (userEventTooLong(entry->event)) {
         return SA_ERR_HPI_INVALID_DATA;

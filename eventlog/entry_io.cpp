@@ -95,7 +95,9 @@ SaErrorT readEntry(std::uint32_t number, EventLogEntryRecord &record) {
     if (const SaErrorT result = readFromFile(number, fromFile); result != SA_OK) {
         return result;
     }
-    nextReadCacheSlot() = fromFile;
+    if (fromFile.entry.EntryId == number) { // else damaged, and it would be found as another entry
+        nextReadCacheSlot() = fromFile;
+    }
     record = fromFile;
     return SA_OK;
 }

@@ -52,17 +52,10 @@ SaErrorT removeFromCircular(EventLogInfoRecord &info, std::uint32_t number) {
     return SA_OK;
 }
 
-SaErrorT notPresentOrNoResponse(SaErrorT result) {
-    return result == SA_ERR_HPI_NOT_PRESENT ? result : SA_ERR_HPI_NO_RESPONSE;
-}
-
 // A neighbour of an active entry, which must itself be active.
 SaErrorT getNeighbour(std::uint32_t number, EventLogEntryRecord &record, const char *ifDeleted) {
-    const SaErrorT result = getEntry(number, record);
-    if (result == SA_ERR_HPI_NOT_PRESENT) {
-        return internalError(ifDeleted);
-    }
-    return result == SA_OK ? SA_OK : SA_ERR_HPI_NO_RESPONSE;
+    const SaErrorT result = getEntryToChange(number, record);
+    return result == SA_ERR_HPI_NOT_PRESENT ? internalError(ifDeleted) : result;
 }
 
 SaErrorT writeNeighbour(const EventLogEntryRecord &record) {
@@ -107,11 +100,10 @@ SaErrorT unlinkFromNewer(EventLogInfoRecord &info, const EventLogEntryRecord &re
 
 SaErrorT removeFromLinked(EventLogInfoRecord &info, std::uint32_t number) {
     EventLogEntryRecord removed;
-    SaErrorT result = getEntry(number, removed);
-    if (result != SA_OK) {
-        return notPresentOrNoResponse(result);
+    SaErrorT result = getEntryToChange(number, removed);
+    if (result == SA_OK) {
+        result = unlinkFromOlder(info, removed);
     }
-    result = unlinkFromOlder(info, removed);
     if (result == SA_OK) {
         result = unlinkFromNewer(info, removed);
     }

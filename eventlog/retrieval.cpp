@@ -3,6 +3,7 @@
 #include "eventlog/retrieval.h"
 
 #include "eventlog/entry_io.h"
+#include "eventlog/failure.h"
 #include "eventlog/store_state.h"
 
 namespace zusahpi::eventlog {
@@ -50,6 +51,17 @@ SaErrorT getEntry(std::uint32_t number, EventLogEntryRecord &record) {
     }
     setNeighbours(record, number, info);
     return record.deleted != 0 ? SA_ERR_HPI_NOT_PRESENT : SA_OK;
+}
+
+SaErrorT getEntryToChange(std::uint32_t number, EventLogEntryRecord &record) {
+    if (const SaErrorT result = getEntry(number, record); result != SA_OK) {
+        return result;
+    }
+    const EventLogInfoRecord &info = currentInfo();
+    if (record.entry.EntryId != number || number > info.maxUsed || number > info.sa.Size) {
+        return internalError("Event log error - entry number does not fit the log\n");
+    }
+    return SA_OK;
 }
 
 } // namespace zusahpi::eventlog

@@ -416,6 +416,36 @@ TEST_F(Add, NumbersOutsideTheLogAreReported) {
     EXPECT_EQ(diagnostics(), "Event log error - new entryId out of range\n");
 }
 
+// What is written of the newest entry would go to the number that its record bears: to another
+// entry's place, or to none, and then at every later start again.
+TEST_F(Add, ANewestEntryWithAnotherNumberIsReportedAndChangesNothing) {
+    for (const std::uint32_t number : {0U, 1U, 77U, none}) {
+        test_support::inChild([number] {
+            startDamaged(linked, wrap, [](EventLogInfoRecord &) {});
+            FileImage image = file();
+            image.setEntry(2, entryRecord(number, 2, 1, none));
+            writeLog(image);
+            EXPECT_EQ(tryAdd(3), SA_ERR_HPI_INTERNAL_ERROR);
+            EXPECT_EQ(diagnostics(), "Event log error - entry number does not fit the log\n");
+            EXPECT_EQ(file().bytes, image.bytes);
+            EXPECT_EQ(store.transaction, nullptr);
+            EventLogEntryRecord oldest;
+            EXPECT_EQ(zuSaHpiEventLogEntryGet(1, &oldest), SA_OK);
+            EXPECT_EQ(oldest.entry.EntryId, 1U);
+            EXPECT_EQ(zuSaHpiEventLogClear(), SA_OK);
+            EXPECT_EQ(tryAdd(3), SA_OK);
+        });
+        std::remove(logPath().c_str());
+    }
+}
+
+TEST_F(Add, ANewestEntryOutsideTheLogIsReported) {
+    startDamaged(linked, wrap, [](EventLogInfoRecord &) {});
+    store.info.maxUsed = 1;
+    EXPECT_EQ(tryAdd(3), SA_ERR_HPI_INTERNAL_ERROR);
+    EXPECT_EQ(diagnostics(), "Event log error - entry number does not fit the log\n");
+}
+
 TEST_F(Add, AnUnreadableNewestIsNoResponse) {
     startDamaged(linked, wrap, [](EventLogInfoRecord &) {});
     failCall(Call::read, EIO);

@@ -64,6 +64,22 @@ TEST_F(EntryIo, TheCacheHoldsTheFourRecordsReadLast) {
     EXPECT_TRUE(recordedCalls().empty());
 }
 
+// In the cache it would be found as the entry that it says it is.
+TEST_F(EntryIo, ARecordWithAnotherNumberIsReadButNotCached) {
+    startWith(3);
+    const EventLogEntryRecord own = file().entry(2);
+    FileImage image = file();
+    EventLogEntryRecord other = image.entry(3);
+    other.entry.EntryId = 2;
+    image.setEntry(3, other);
+    writeLog(image);
+    EventLogEntryRecord record;
+    EXPECT_EQ(readEntry(3, record), SA_OK);
+    EXPECT_TRUE(equalBytes(&record, &other, sizeof record));
+    EXPECT_EQ(readEntry(2, record), SA_OK);
+    EXPECT_TRUE(equalBytes(&record, &own, sizeof record));
+}
+
 TEST_F(EntryIo, AWriteInPlaceUpdatesTheCachedRecord) {
     startWith(3);
     EXPECT_EQ(read(2), SA_OK);

@@ -32,8 +32,11 @@ class Remove : public StoreTest {
     }
     // Writes a changed record to the file behind the store's back, and empties the read cache.
     static void damage(const EventLogEntryRecord &record) {
+        damage(record.entry.EntryId, record);
+    }
+    static void damage(std::uint32_t number, const EventLogEntryRecord &record) {
         FileImage image = file();
-        image.setEntry(record);
+        image.setEntry(number, record);
         writeLog(image);
         for (EventLogEntryRecord &slot : store.readCache) {
             zusahpi::eventlog::emptySlot(slot);
@@ -265,6 +268,38 @@ TEST_F(Remove, BrokenLinksAreReportedAndChangeNothing) {
         EXPECT_EQ(remove(2), SA_ERR_HPI_NO_RESPONSE); // no such record in the file
         EXPECT_FALSE(diagnostics().empty());
     }
+}
+
+// Its own record, the one before and the one behind are written to the numbers that they bear.
+TEST_F(Remove, RecordsWithAnotherNumberAreReportedAndChangeNothing) {
+    for (const std::uint32_t damaged : {1U, 2U, 3U}) {
+        for (const std::uint32_t number : {0U, damaged % 3 + 1, 77U, none}) {
+            test_support::inChild([damaged, number] {
+                startWith(linked, 3);
+                const EventLogEntryRecord records[] = {entryRecord(1, 1, none, 2),
+                                                       entryRecord(2, 2, 1, 3),
+                                                       entryRecord(3, 3, 2, none)};
+                EventLogEntryRecord other = records[damaged - 1];
+                other.entry.EntryId = number;
+                damage(damaged, other);
+                const std::string before = file().bytes;
+                EXPECT_EQ(remove(2), SA_ERR_HPI_INTERNAL_ERROR);
+                EXPECT_EQ(diagnostics(), "Event log error - entry number does not fit the log\n");
+                EXPECT_EQ(file().bytes, before);
+                EXPECT_EQ(store.transaction, nullptr);
+            });
+            std::remove(logPath().c_str());
+        }
+    }
+}
+
+// A file may say that it has more records than its Size.
+TEST_F(Remove, EntriesAboveTheSizeAreReported) {
+    startWith(linked, 3);
+    store.info.sa.Size = 2;
+    EXPECT_EQ(remove(3), SA_ERR_HPI_INTERNAL_ERROR);
+    EXPECT_EQ(diagnostics(), "Event log error - entry number does not fit the log\n");
+    EXPECT_EQ(file().updating(), 0U);
 }
 
 TEST_F(Remove, FailedReadsAreNoResponse) {

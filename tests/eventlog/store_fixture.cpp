@@ -145,7 +145,11 @@ void FileImage::setInfo(const EventLogInfoRecord &info) {
     put(bytes, 0, info);
 }
 void FileImage::setEntry(const EventLogEntryRecord &record) {
-    put(bytes, placeOf(record.entry.EntryId), record);
+    setEntry(record.entry.EntryId, record);
+}
+
+void FileImage::setEntry(std::uint32_t number, const EventLogEntryRecord &record) {
+    put(bytes, placeOf(number), record);
 }
 void FileImage::setSlot(std::uint32_t number, const EventLogEntryRecord &record) {
     put(bytes, 80 + number * std::size_t{1496}, record);

@@ -58,6 +58,7 @@ struct FileImage {
     [[nodiscard]] EventLogInfoRecord info() const;
     void setInfo(const EventLogInfoRecord &info);
     void setEntry(const EventLogEntryRecord &record);
+    void setEntry(std::uint32_t number, const EventLogEntryRecord &record); // whatever it bears
     void setSlot(std::uint32_t number, const EventLogEntryRecord &record);
 };
 

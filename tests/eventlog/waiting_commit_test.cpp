@@ -83,9 +83,33 @@ TEST_F(WaitingCommit, CountsForTheConditionsOfAnOperation) {
     EXPECT_EQ(file().overflowFlag(), 0);
 }
 
+// A write that is reported as failed may have reached the file: the log then is disabled once that
+// change is finished, and takes no more.
+TEST_F(WaitingCommit, OfADisabledLogDropsTheNextAdd) {
+    start(linked, wrap, 3);
+    add(1);
+    failCall(Call::write, EIO, 1);
+    EXPECT_EQ(zuSaHpiEventLogStateSet(SAHPI_FALSE), SA_OK);
+    EXPECT_EQ(diagnostics(), "write of flagged info record to logfile:Input/output error\n");
+    FileImage image = file();
+    EventLogInfoRecord written = image.info();
+    written.sa.Enabled = 0;
+    written.updating = 1;
+    image.setInfo(written);
+    writeLog(image);
+    EXPECT_NE(store.info.sa.Enabled, 0);
+    const EventLogAddRecord record = event(2);
+    EXPECT_EQ(zuSaHpiEventLogEntryAdd(&record, 0), SA_OK);
+    EXPECT_EQ(seeds(), std::vector<int>{1});
+    EXPECT_EQ(store.info.sa.Enabled, 0);
+    EXPECT_EQ(zuSaHpiEventLogEntryAdd(&record, 1), SA_OK);
+    EXPECT_EQ(seeds(), (std::vector<int>{1, 2}));
+}
+
 struct Change {
     const char *name;
     std::function<SaErrorT()> make;
+    SaErrorT refusal = SA_ERR_HPI_NO_RESPONSE; // while the commit cannot be finished
 
     friend void PrintTo(const Change &change, std::ostream *out) {
         *out << change.name;
@@ -117,7 +141,7 @@ TEST_P(RefusedChange, WhileTheCommitCannotBeFinished) {
                  : call == "read" ? Call::read
                                   : Call::write,
                  EIO, skip);
-        EXPECT_EQ(GetParam().make(), SA_ERR_HPI_NO_RESPONSE);
+        EXPECT_EQ(GetParam().make(), GetParam().refusal);
         const std::string message = diagnostics();
         if (i < std::size(messages)) {
             EXPECT_EQ(message, messages[i]);
@@ -141,8 +165,8 @@ INSTANTIATE_TEST_SUITE_P(
                     Change{"Delete", [] { return zuSaHpiEventLogEntryDel(1, 0); }},
                     Change{"Clear", zuSaHpiEventLogClear},
                     Change{"ResetOverflow", zuSaHpiEventLogResetOverflow},
-                    Change{"TimeSet", [] { return zuSaHpiEventLogTimeSet(7); }},
-                    Change{"StateSet", [] { return zuSaHpiEventLogStateSet(SAHPI_FALSE); }}),
+                    Change{"TimeSet", [] { return zuSaHpiEventLogTimeSet(7); }, SA_OK},
+                    Change{"StateSet", [] { return zuSaHpiEventLogStateSet(SAHPI_FALSE); }, SA_OK}),
     [](const testing::TestParamInfo<Change> &change) { return std::string(change.param.name); });
 
 } // namespace
