@@ -56,6 +56,12 @@ void reconcile(EventLogInfoRecord &info, const EventLogInfoRecord &configured) {
     info.sa.OverflowAction = configured.sa.OverflowAction;
     info.sa.UserEventMaxSize = configured.sa.UserEventMaxSize;
     info.sa.OverflowResetable = configured.sa.OverflowResetable;
+    // Zeros: the file got its length, but its data never reached the disk. 0 is no entry's number.
+    if (info.sa.Entries == 0 && info.oldest == 0 && info.newest == 0) {
+        info.oldest = noEntry;
+        info.newest = noEntry;
+        info.freeHead = noEntry;
+    }
 }
 
 bool replayTransactionLog() {
