@@ -33,6 +33,7 @@ void closeLogAtExit() {
     }
     store.fd = -1;
     dropLock();
+    store.holder = 0; // a child that starts a log of its own inherits this handler and adds one
 }
 
 void registerExitHandler() {

@@ -349,6 +349,23 @@ TEST_F(Startup, AForkedChildThatExitsLeavesTheLockAlone) {
     EXPECT_FALSE(test_support::exists(lockPath()));
 }
 
+// It has the handler twice, inherited and its own; what runs second must leave alone what another
+// process may have locked meanwhile.
+TEST_F(Startup, AForkedChildWithALogOfItsOwnGivesItUpOnce) {
+    inChild([] {
+        start(linked, wrap, 5);
+        const ChildResult child = runInChild([] {
+            EventLogControlBlock block = controlBlock(linked, wrap, 5);
+            std::strcpy(block.fileName, "other");
+            start(block);
+        });
+        EXPECT_EQ(child.exitStatus, 0);
+        EXPECT_EQ(child.diagnostics, "");
+        EXPECT_TRUE(test_support::exists(lockPath()));
+    });
+    EXPECT_FALSE(test_support::exists(lockPath()));
+}
+
 TEST_F(Startup, EntriesSurviveARestart) {
     inChild([] {
         start(linked, wrap, 5);
