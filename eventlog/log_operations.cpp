@@ -15,6 +15,15 @@
 using namespace zusahpi;
 using namespace zusahpi::eventlog;
 
+namespace {
+
+// A change of time or state counts as served once it is allowed: what failed of it is printed.
+SaErrorT servedUnlessForbidden(SaErrorT result) {
+    return result == SA_ERR_HPI_NO_RESPONSE ? SA_OK : result;
+}
+
+} // namespace
+
 SaErrorT zuSaHpiEventLogInfoGet(SaHpiEventLogInfoT *info) {
     std::memcpy(info, &store.info.sa, sizeof *info);
     info->CurrentTime = zuSaHpiEventLogTimeGet();
@@ -81,12 +90,12 @@ SaErrorT zuSaHpiEventLogTimeSet(SaHpiTimeT time) {
         return SA_OK;
     }
     if (const SaErrorT result = prepareTransaction("set time"); result != SA_OK) {
-        return result;
+        return servedUnlessForbidden(result);
     }
     EventLogInfoRecord workingCopy;
     beginTransaction(workingCopy);
     workingCopy.timeOffset = timeDifference(time, zuSaHpiGetTimeofDay());
-    (void)commitTransaction(); // a failure is printed; the caller's request counts as served
+    (void)commitTransaction(); // as above
     return SA_OK;
 }
 
@@ -106,12 +115,12 @@ SaErrorT zuSaHpiEventLogStateSet(SaHpiBoolT enable) {
         return SA_OK;
     }
     if (const SaErrorT result = prepareTransaction("set state"); result != SA_OK) {
-        return result;
+        return servedUnlessForbidden(result);
     }
     EventLogInfoRecord workingCopy;
     beginTransaction(workingCopy);
     workingCopy.sa.Enabled = enabled;
-    (void)commitTransaction(); // a failure is printed; the caller's request counts as served
+    (void)commitTransaction(); // as above
     return SA_OK;
 }
 

@@ -15,8 +15,8 @@
  *   One process per log file. A lock file beside the log file ("<log file>.lck") keeps a second
  *   process off. It is removed when the process exits through exit(). A process that is killed
  *   leaves it behind, and every later start then fails until the file is removed by hand: look
- *   first that no process uses the log. The lock is a hard link, so it holds on network file
- *   systems as well as on local ones.
+ *   first that no process uses the log. The lock is a hard link, so it needs a file system whose
+ *   link() is atomic; local ones are.
  *
  *   A process that forks after zuSaHpiEventLogInit shares the log file's descriptor with its child:
  *   only one of the two may go on using the log. The lock stays with the process that initialised
@@ -146,7 +146,7 @@ typedef struct {
     SaHpiUint32T magic;                       /* ZUSAHPI_EL_CONTROL_BLOCK_MAGIC */
     EventLogInfoRecord info;                  /* the info record of a new log */
     SaHpiUint32T reinitialize;                /* nonzero: discard what an existing file holds */
-    SaHpiUint32T relativeTime;                /* nonzero: log time starts at 0 */
+    SaHpiUint32T relativeTime;                /* nonzero: a new log's time starts at 0 */
     char fileName[ZUSAHPI_EL_FILE_NAME_SIZE]; /* NUL-terminated; see zuSaHpiEventLogInit */
     SaHpiUint32T fileEnabled;                 /* zero: keep no entries at all */
     SaHpiUint32T syslogEnabled;               /* nonzero: forward added events to syslog */
@@ -174,7 +174,9 @@ ZUSAHPI_ASSERT_OFFSET(EventLogControlBlock, fileEnabled, 196);
  * finished. With fileEnabled 0 there is neither file nor lock, and the log holds no entries.
  *
  * Returns SA_OK. Every failure prints one line and ends the process with status 1: an illegal
- * block, a name that is too long, a lock that another process holds, every system call that fails.
+ * block, a name that is too long, a lock that another process holds, every system call that fails
+ * but one: a log file that cannot be opened, for whatever reason, is made anew, and what it held is
+ * lost if that succeeds.
  */
 SaErrorT zuSaHpiEventLogInit(EventLogControlBlock *block);
 
@@ -209,7 +211,7 @@ SaErrorT zuSaHpiEventLogEntryAdd(const EventLogAddRecord *entry, int force);
  * Returns SA_OK;
  *   SA_ERR_HPI_NOT_PRESENT     no such entry, already deleted, or the log keeps no file;
  *   SA_ERR_HPI_INTERNAL_ERROR  an entry that this type of log may not delete, a call in the middle
- *                              of another one, broken links (printed);
+ *                              of another one, broken links or numbers in the file (printed);
  *   SA_ERR_HPI_NO_RESPONSE     the file could not be read or written (printed).
  */
 SaErrorT zuSaHpiEventLogEntryDel(SaHpiEventLogEntryIdT entryId, int force);
@@ -262,8 +264,7 @@ SaHpiTimeT zuSaHpiEventLogTimeGet(void);
  * Sets the log time, in nanoseconds; the log clock runs on from there. Returns SA_OK, also when the
  * new offset could not be written (printed);
  *   SA_ERR_HPI_INVALID_PARAMS  a negative time, SAHPI_TIME_UNSPECIFIED included;
- *   SA_ERR_HPI_INTERNAL_ERROR  a call in the middle of another one (printed);
- *   SA_ERR_HPI_NO_RESPONSE     an earlier change that failed could not be finished (printed).
+ *   SA_ERR_HPI_INTERNAL_ERROR  a call in the middle of another one (printed).
  */
 SaErrorT zuSaHpiEventLogTimeSet(SaHpiTimeT time);
 
@@ -276,8 +277,7 @@ SaHpiBoolT zuSaHpiEventLogStateGet(void);
 /*
  * Enables (nonzero) or disables the log, until the next initialisation, which takes the state from
  * the configuration. Returns SA_OK, also when the state could not be written (printed);
- *   SA_ERR_HPI_INTERNAL_ERROR  a call in the middle of another one (printed);
- *   SA_ERR_HPI_NO_RESPONSE     an earlier change that failed could not be finished (printed).
+ *   SA_ERR_HPI_INTERNAL_ERROR  a call in the middle of another one (printed).
  */
 SaErrorT zuSaHpiEventLogStateSet(SaHpiBoolT enable);
 
