@@ -135,6 +135,14 @@ void requireSameAfterStart(const EventLogControlBlock &block) {
                   "a second start leaves the file alone");
 }
 
+// Whatever was done to a log, the next start takes it up: it finishes what waits in the file.
+void requireStartable(EventLogControlBlock block) {
+    block.reinitialize = 0; // which would not look at what waits
+    fuzz::stopLog();
+    fuzz::require(fuzz::startLog(block), "a log that was worked on can be started again");
+    requireSoundFile();
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
@@ -146,6 +154,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         fuzz::stopLog();
         requireSameAfterStart(block);
         operateAsTold(file);
+        requireStartable(block);
     }
     fuzz::discardLog();
     return 0;
