@@ -1,6 +1,6 @@
 // The state of the process's one log. Everything that the store remembers between calls is here.
 //
-// Invariants, cited by number where the code relies on them:
+// Invariants, which comments cite by their numbers:
 //   1. Between calls no transaction is open and the transaction cache is empty.
 //   2. `info` is what the log is, but while a transaction is open its working copy is.
 //   3. The transaction cache is a list from slot 0, ended by a slot whose EntryId is noEntry.
