@@ -194,8 +194,9 @@ void forwardToSyslog(const EventLogAddRecord &added, bool silentlyDropped) {
 
 SaErrorT zuSaHpiEventLogEntryAdd(const EventLogAddRecord *entry, int force) {
     using namespace zusahpi::eventlog;
-    forwardToSyslog(*entry, isDroppedSilently(force));
-    if (!store.fileEnabled || isDroppedSilently(force)) {
+    const bool dropped = isDroppedSilently(force);
+    forwardToSyslog(*entry, dropped);
+    if (!store.fileEnabled || dropped) {
         return SA_OK;
     }
     if (const SaErrorT result = prepareTransaction("add an entry"); result != SA_OK) {
