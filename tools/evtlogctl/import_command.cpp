@@ -3,7 +3,6 @@
 // What is wrong with the file is known and reported before the log is touched. Records that the log
 // already holds are passed over, each as often as the log holds it.
 #include <algorithm>
-#include <map>
 #include <string>
 
 #include "tools/evtlogctl/commands.h"
@@ -13,31 +12,12 @@
 #include "tools/evtlogctl/log_reader.h"
 #include "tools/evtlogctl/output.h"
 #include "tools/evtlogctl/progress.h"
+#include "tools/evtlogctl/sel_counts.h"
 
 namespace zusahpi::evtlogctl {
 namespace {
 
 constexpr std::size_t mostProblemsShown = 5;
-
-// How often the log holds each record.
-using Known = std::map<sel::Record, std::size_t>;
-
-[[nodiscard]] Known knownRecords(const LogSetup &setup) {
-    Known known;
-    for (const sel::Record &record : recordsOfLog(setup)) {
-        ++known[record];
-    }
-    return known;
-}
-
-[[nodiscard]] bool takeKnown(Known &known, const sel::Record &record) {
-    const auto found = known.find(record);
-    if (found == known.end() || found->second == 0) {
-        return false;
-    }
-    --found->second;
-    return true;
-}
 
 void reportProblems(const std::string &file, const sel::Input &input) {
     for (std::size_t i = 0; i < std::min(input.problems.size(), mostProblemsShown); ++i) {
@@ -70,8 +50,8 @@ struct Outcome {
     bool stopped = false;
 };
 
-[[nodiscard]] Outcome addRecords(const sel::Input &input, const sel::Mapping &mapping, Known known,
-                                 const std::string &path) {
+[[nodiscard]] Outcome addRecords(const sel::Input &input, const sel::Mapping &mapping,
+                                 sel::Counts known, const std::string &path) {
     Outcome outcome;
     ImportCounts &counts = outcome.counts;
     counts.read = input.records.size();
@@ -81,7 +61,7 @@ struct Outcome {
             outcome.stopped = true;
             break;
         }
-        if (takeKnown(known, record)) {
+        if (sel::take(known, record)) {
             ++counts.known;
         } else {
             addRecord(record, mapping, counts.added, path);
@@ -102,7 +82,7 @@ Status importRecords(const Settings &settings, const ImportOptions &options) {
     const LogSetup setup = configure(settings);
     noteInterruptions();
     startLog(setup);
-    const Known known = options.all ? Known{} : knownRecords(setup);
+    const sel::Counts known = options.all ? sel::Counts{} : sel::countsOf(recordsOfLog(setup));
     const std::size_t before = entriesOfLog();
     const sel::Mapping mapping{
         .utcOffset = options.utcOffset, .oemOrder = options.oemOrder, .severities = &severities};

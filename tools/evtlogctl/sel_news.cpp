@@ -2,31 +2,13 @@
 #include "tools/evtlogctl/sel_news.h"
 
 #include <algorithm>
-#include <map>
 #include <numeric>
 #include <optional>
 
+#include "tools/evtlogctl/sel_counts.h"
+
 namespace zusahpi::sel {
 namespace {
-
-using Counts = std::map<Record, std::size_t>;
-
-[[nodiscard]] Counts countsOf(const std::vector<Record> &records) {
-    Counts counts;
-    for (const Record &record : records) {
-        ++counts[record];
-    }
-    return counts;
-}
-
-[[nodiscard]] bool take(Counts &counts, const Record &record) {
-    const auto found = counts.find(record);
-    if (found == counts.end() || found->second == 0) {
-        return false;
-    }
-    --found->second;
-    return true;
-}
 
 struct Matched {
     std::vector<std::size_t> unknown; // places in the reading
