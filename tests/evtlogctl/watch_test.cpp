@@ -7,9 +7,11 @@
 #include <chrono>
 #include <csignal>
 #include <functional>
+#include <optional>
 #include <random>
 #include <thread>
 
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -60,6 +62,14 @@ Records someRecords(std::uint8_t first, std::size_t count) {
     return records;
 }
 
+// No file of the process (0: of this one) may grow longer; without a size any may again.
+void limitFiles(pid_t process, std::optional<rlim_t> size) {
+    rlimit limit{};
+    EXPECT_EQ(prlimit(process, RLIMIT_FSIZE, nullptr, &limit), 0);
+    limit.rlim_cur = size.value_or(limit.rlim_max);
+    EXPECT_EQ(prlimit(process, RLIMIT_FSIZE, &limit, nullptr), 0);
+}
+
 // So many that adding them takes a while.
 Records manyRecords() {
     std::mt19937_64 random(7);
@@ -85,8 +95,9 @@ class Watch : public testing::Test {
         }
     }
 
-    void configure(const std::string &keywords) {
-        writeFile(config, "EventLog=circular {\nFilename=\"evtlog.dat\"\n" + keywords + "\n}\n");
+    void configure(const std::string &keywords, const std::string &type = "circular") {
+        writeFile(config,
+                  "EventLog=" + type + " {\nFilename=\"evtlog.dat\"\n" + keywords + "\n}\n");
     }
     // In one step: the file may be in use.
     void replace(const std::string &file, const std::string &contents) {
@@ -509,6 +520,36 @@ TEST_F(Watch, ACopyThatIsKilledWhileItAdds) {
     EXPECT_TRUE(comesTrue([&] { return linesOf(readFile(out)) == 1; })) << readFile(err);
     EXPECT_EQ(end(), 0);
     expectLogged(records);
+}
+
+// The write of an entry that fails when its transaction is durable: the next start finishes it.
+TEST_F(Watch, AWriteThatFailsHalfway) {
+    configure("Size=2000\nOverflow=wrap", "linked");
+    controllerHas(someRecords(1, 3));
+    ASSERT_EQ(program::run({"--root", root, "--config", config, "import", "-q", sel}).exitStatus,
+              0);
+    const std::size_t length = readFile(log).size();
+    controllerHas(someRecords(1, 4));
+    ASSERT_EQ(program::run({"--root", root, "--config", config, "import", "-q", sel}).exitStatus,
+              0);
+    const std::size_t entry = readFile(log).size() - length;
+    controllerHas(someRecords(1, 7));
+    std::signal(SIGXFSZ, SIG_IGN);     // the write is to fail and not to end the process
+    limitFiles(0, length + 2 * entry); // the fifth entry ends there
+    start();
+    limitFiles(0, std::nullopt);
+    const std::string first = "sh: 7 records read, 1 added, 4 already known\n";
+    expectOutput(first);
+    EXPECT_TRUE(comesTrue([&] {
+        return readFile(err).find(log + " took 1 entries, then failed") != std::string::npos;
+    })) << readFile(err);
+    expectRuns(3);
+    limitFiles(watch, std::nullopt);
+    expectOutput(first + "sh: 7 records read, 1 added, 6 already known\n");
+    expectRuns(3);
+    EXPECT_EQ(end(), 0);
+    expectLogged(someRecords(1, 7));
+    EXPECT_TRUE(readFile(err).ends_with("evtlogctl: sh: all is well again\n")) << readFile(err);
 }
 
 TEST_F(Watch, AFullLogThatTakesNoMore) {

@@ -55,6 +55,7 @@ void waitFor(Clock::duration time) {
 struct Batch {
     std::size_t added = 0;
     std::size_t lost = 0;
+    bool unsure = false; // an addition failed, and may be finished by the next start of the log
 };
 
 [[nodiscard]] Batch addBatch(const Watch &watch, const std::vector<sel::Record> &records,
@@ -70,6 +71,7 @@ struct Batch {
             addRecord(record, watch.mapping, batch.added, watch.setup.path);
         } catch (const Failure &caught) {
             failure = caught;
+            batch.unsure = caught.status != Status::findings; // a full log took nothing
             break;
         }
         ++batch.added;
@@ -102,6 +104,12 @@ void waitForLock(const LogSetup &setup) {
     }
 }
 
+// Where only the log knows how many records arrived.
+void askLogAgain(Watch &watch) {
+    watch.known.reset();
+    watch.all = false;
+}
+
 struct Added {
     Batch batch;
     std::string trouble; // lines; empty when all were added
@@ -121,8 +129,7 @@ struct Added {
              watch.setup.path, std::strerror(result.code));
     }
     if (result.ending == Ending::killed) {
-        watch.known.reset(); // how many it added only the log knows
-        watch.all = false;
+        askLogAgain(watch);
         fail(Status::systemRefused,
              "{}: the process that adds records was killed by signal {}; remove its lock with "
              "\"evtlogctl unlock\"",
@@ -191,6 +198,10 @@ void hintOnce(Watch &watch, const std::vector<sel::Record> &records) {
         look.trouble = std::move(added.trouble);
         if (news.replaced && !watch.known->ofLog) {
             look.remark = "; none of them was there before: it was cleared or has gone round";
+        }
+        if (added.batch.unsure) {
+            askLogAgain(watch);
+            return look;
         }
     }
     watch.known = sel::knownAfter(*watch.known, *reading, news, look.counts.added);
