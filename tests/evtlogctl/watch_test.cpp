@@ -552,6 +552,28 @@ TEST_F(Watch, AWriteThatFailsHalfway) {
     EXPECT_TRUE(readFile(err).ends_with("evtlogctl: sh: all is well again\n")) << readFile(err);
 }
 
+// What the log refused once is not forwarded at each reading.
+TEST_F(Watch, AFullLogAndForwarding) {
+    configure("Size=2\nOverflow=drop");
+    controllerHas(someRecords(1, 5));
+    start({"--syslog", "stderr"});
+    expectOutput("sh: 5 records read, 2 added, 0 already known\n");
+    expectRuns(5);
+    EXPECT_EQ(end(), 0);
+    const std::string lines = readFile(err);
+    std::size_t forwarded = 0;
+    for (std::size_t at = 0; (at = lines.find(": HPI: ", at)) != std::string::npos; ++at) {
+        ++forwarded;
+    }
+    EXPECT_EQ(forwarded, 3U) << lines;
+    EXPECT_NE(lines.find(log + " is full and takes no more entries, 0 were added"),
+              std::string::npos)
+        << lines;
+    EXPECT_NE(program::run({"info", log}).output.find("Overflow flag       yes\n"),
+              std::string::npos);
+    expectLogged(someRecords(1, 2));
+}
+
 TEST_F(Watch, AFullLogThatTakesNoMore) {
     configure("Size=2\nOverflow=drop");
     controllerHas(someRecords(1, 5));

@@ -15,6 +15,13 @@ namespace {
 
 constexpr int evenWhenDisabled = 1; // the import is the user's wish, not an event that comes in
 
+[[noreturn]] void failAsFull(const std::string &path, std::size_t added) {
+    fail(Status::findings,
+         "{} is full and takes no more entries, {} were added; give it a greater Size or another "
+         "Overflow in the configuration",
+         path, added);
+}
+
 } // namespace
 
 sel::SeverityTable readSeverities(const std::string &file) {
@@ -59,15 +66,22 @@ bool hintAtOemOrder(const std::string &file, const std::vector<sel::Record> &rec
     return true;
 }
 
+void requireRoom(const LogSetup &setup, std::size_t added) {
+    SaHpiEventLogInfoT info{};
+    (void)zuSaHpiEventLogInfoGet(&info); // cannot fail
+    const bool drops = info.Size == 0 || setup.block->info.overflowAction == ZUSAHPI_EL_DROP;
+    if (setup.block->fileEnabled != 0 && drops && info.Entries >= info.Size &&
+        info.OverflowFlag != SAHPI_FALSE) {
+        failAsFull(setup.path, added);
+    }
+}
+
 void addRecord(const sel::Record &record, const sel::Mapping &mapping, std::size_t added,
                const std::string &path) {
     const EventLogAddRecord entry = sel::toEvent(record, mapping);
     const SaErrorT result = zuSaHpiEventLogEntryAdd(&entry, evenWhenDisabled);
     if (result == SA_ERR_HPI_OUT_OF_SPACE) {
-        fail(Status::findings,
-             "{} is full and takes no more entries, {} were added; give it a greater Size or "
-             "another Overflow in the configuration",
-             path, added);
+        failAsFull(path, added);
     }
     if (result != SA_OK) {
         char unknown[ZUSAHPI_RETURN_CODE_SIZE];

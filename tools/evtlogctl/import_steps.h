@@ -31,6 +31,10 @@ struct ImportCounts {
 bool hintAtOemOrder(const std::string &file, const std::vector<sel::Record> &records,
                     sel::OemOrder order);
 
+// Throws Failure, as addRecord() would, when the started log refuses more entries and has noted
+// that it refused one. To ask it again would only forward the event again.
+void requireRoom(const LogSetup &setup, std::size_t added);
+
 // Adds an entry to the started log. Throws Failure, which says how many were `added` before.
 void addRecord(const sel::Record &record, const sel::Mapping &mapping, std::size_t added,
                const std::string &path);

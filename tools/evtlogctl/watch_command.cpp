@@ -68,6 +68,7 @@ struct Batch {
             break; // the rest is added by the next watch
         }
         try {
+            requireRoom(watch.setup, batch.added);
             addRecord(record, watch.mapping, batch.added, watch.setup.path);
         } catch (const Failure &caught) {
             failure = caught;
