@@ -62,6 +62,13 @@ TEST_F(EvtlogProgram, EvtlogRunsOneLine) {
     EXPECT_EQ(run({"evtlog", "d", "-7"}).output, "Event Log error: SA_ERR_HPI_NOT_PRESENT\n");
 }
 
+TEST_F(EvtlogProgram, WordsInBracketsStayAsTheyAre) {
+    EXPECT_EQ(run({"evtlog", "add", "'", "[::1]", "[a,b]", "[]"}).output,
+              "Event Log returned SA_OK\n");
+    const Result result = run({"evtlog", "e", "newest"});
+    EXPECT_EQ(count(result.output, "\" [::1] [a,b] []\"\n"), 1U) << result.output;
+}
+
 TEST_F(EvtlogProgram, EvtlogTakesBinaryDataAndTimes) {
     EXPECT_EQ(run({"evtlog", "a", "/0102"}).output, "Event Log returned SA_OK\n");
     EXPECT_EQ(run({"evtlog", "t", "2030-01-01", "12:00"}).output, "Event Log returned SA_OK\n");

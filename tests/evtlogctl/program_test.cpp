@@ -320,6 +320,15 @@ TEST_F(Program, TextWithoutRecords) {
     EXPECT_FALSE(exists(root));
 }
 
+TEST_F(Program, NamesInBracketsStayAsTheyAre) {
+    for (const std::string name : {"[x]", "[a,b]", "[]", "[[x]]"}) {
+        expectFailure(import(name), name +
+                                        " cannot be opened: No such file or directory; check the "
+                                        "name and its permissions");
+        expectFailure(run({"info", name}), name + " does not exist; name an event log file");
+    }
+}
+
 TEST_F(Program, MissingFiles) {
     const std::string file = folder.file("missing");
     expectFailure(import(file), file + " cannot be opened: No such file or directory; check the "

@@ -272,8 +272,9 @@ TEST_F(Watch, OptionsOfAnImport) {
 
 TEST_F(Watch, TheWordsOfTheCommandAreItsOwn) {
     controllerHas(someRecords(1, 2));
-    startCommand(
-        {"sh", "-c", "[ \"$*\" = '--root x -q' ] && cat " + sel, "list", "--root", "x", "-q"});
+    startCommand({"sh", "-c",
+                  "[ $# = 8 ] && [ \"$*\" = '--root x -q info [::1] [a,b] [] [[]' ] && cat " + sel,
+                  "list", "--root", "x", "-q", "info", "[::1]", "[a,b]", "[]", "[[]"});
     expectOutput("sh: 2 records read, 2 added, 0 already known\n");
     EXPECT_EQ(end(), 0);
 }

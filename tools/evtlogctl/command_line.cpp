@@ -136,8 +136,13 @@ CLI::App *addImport(CLI::App &app, Arguments &arguments) {
     CLI::App *const command =
         app.add_subcommand("import", "Add the records of an IPMI System Event Log to the log");
     command->footer(importNotes);
+    // CLI11 splits "[a,b]" where extra words are allowed. As many as there may be are expected.
+    constexpr int most = CLI::detail::expected_max_vector_size;
     command->add_option("FILE", arguments.importWords, "File of records; - for standard input")
         ->type_name("")
+        ->expected(most, most)
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
+        ->allow_extra_args(false)
         ->required();
     command->add_option("--format", arguments.form, "Form of FILE: auto, raw or text")
         ->type_name("FORM")
