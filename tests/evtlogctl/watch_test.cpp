@@ -633,6 +633,11 @@ TEST(WatchUsage, IsOneLine) {
              {"import", "--watch", "--interval", "0", "--", "true"},
              {"import", "--watch", "--interval", "never", "--", "true"},
              {"import", "--watch", "--timeout", "1000000", "--", "true"},
+             {"import", "--watch", "--interval", "nan", "--", "true"},
+             {"import", "--watch", "--timeout", "nan", "--", "true"},
+             {"import", "--watch", "--interval", "-NAN", "--", "true"},
+             {"import", "--watch", "--interval", "inf", "--", "true"},
+             {"import", "--watch", "--timeout", "inf", "--", "true"},
              {"import", "--", "true", "false"},
          }) {
         const Result result = program::run(arguments);

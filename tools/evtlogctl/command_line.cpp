@@ -2,6 +2,7 @@
 #include "tools/evtlogctl/command_line.h"
 
 #include <chrono>
+#include <cmath>
 #include <cstdio>
 #include <new>
 #include <optional>
@@ -114,6 +115,12 @@ void addGlobalOptions(CLI::App &app, Arguments &arguments) {
 void addWatchOptions(CLI::App &command, Arguments &arguments) {
     constexpr double shortest = 0.1;
     constexpr double longest = 86'400; // a day
+    // CLI::Range lets through what is neither below nor above it.
+    const auto isNumber = [](const std::string &text) {
+        double value = 0;
+        return CLI::detail::lexical_cast(text, value) && std::isnan(value) ? text + " is no number"
+                                                                           : std::string();
+    };
     CLI::Option *const watch = command.add_flag(
         "--watch", arguments.watch,
         "Run the command COMMAND, which prints the records, again and again, and add what is new; "
@@ -123,12 +130,14 @@ void addWatchOptions(CLI::App &command, Arguments &arguments) {
                     "With --watch: seconds from one reading to the next; default: 60")
         ->type_name("SECONDS")
         ->check(CLI::Range(shortest, longest))
+        ->check(isNumber)
         ->needs(watch);
     command
         .add_option("--timeout", arguments.timeLimit,
                     "With --watch: seconds after which the command is stopped; default: 300")
         ->type_name("SECONDS")
         ->check(CLI::Range(shortest, longest))
+        ->check(isNumber)
         ->needs(watch);
 }
 
