@@ -413,6 +413,27 @@ TEST_F(Watch, SignalsEndItWhileItWaits) {
     EXPECT_EQ(readFile(err), "");
 }
 
+// As nohup starts it.
+TEST_F(Watch, SignalsThatAreIgnoredFromTheStartDoNotEndIt) {
+    controllerHas(someRecords(1, 1));
+    for (const int signal : {SIGHUP, SIGINT}) {
+        std::signal(signal, SIG_IGN);
+    }
+    start();
+    for (const int signal : {SIGHUP, SIGINT}) {
+        std::signal(signal, SIG_DFL);
+    }
+    expectOutput("sh: 1 records read, 1 added, 0 already known\n");
+    for (const int signal : {SIGHUP, SIGINT}) {
+        EXPECT_EQ(kill(watch, signal), 0);
+        expectRuns(3);
+    }
+    controllerHas(someRecords(1, 2));
+    EXPECT_TRUE(comesTrue([&] { return linesOf(readFile(out)) == 2; }));
+    EXPECT_EQ(end(SIGTERM), 0);
+    EXPECT_EQ(readFile(err), "");
+}
+
 // Many records: the signal comes while they are added.
 TEST_F(Watch, SignalsEndItWhileItAdds) {
     configure("Size=100000\nOverflow=wrap");

@@ -30,12 +30,21 @@ void handle(int signal, void (*handler)(int)) {
     sigaction(signal, &action, nullptr);
 }
 
+// Who started this process may have it outlive a terminal, as nohup does.
+void noteUnlessIgnored(int signal) {
+    struct sigaction inherited {};
+    sigaction(signal, nullptr, &inherited);
+    if (inherited.sa_handler != SIG_IGN) {
+        handle(signal, note);
+    }
+}
+
 } // namespace
 
 void noteInterruptions() {
-    handle(SIGINT, note);
+    noteUnlessIgnored(SIGINT);
     handle(SIGTERM, note);
-    handle(SIGHUP, note);
+    noteUnlessIgnored(SIGHUP);
     handle(SIGPIPE, SIG_IGN);
 }
 

@@ -11,7 +11,7 @@
 namespace zusahpi::evtlogctl {
 
 // From now on SIGINT, SIGTERM and SIGHUP are only noted, and writing to a closed pipe fails instead
-// of ending the process.
+// of ending the process. SIGINT and SIGHUP stay ignored where they were from the start.
 void noteInterruptions();
 
 [[nodiscard]] bool interrupted();
