@@ -350,6 +350,16 @@ TEST_F(Watch, AnotherFailureIsSaidToo) {
     EXPECT_EQ(end(), 0);
 }
 
+TEST_F(Watch, ANameWithControlCharacters) {
+    const std::string script = folder.file("no\033[2J\nanswer");
+    writeFile(script, "#!/bin/sh\nexit 1\n");
+    ASSERT_EQ(chmod(script.c_str(), 0755), 0);
+    startCommand({script});
+    expectErrors("evtlogctl: " + folder.file("no.[2J.answer") +
+                 " ended with exit status 1; check the controller, it is asked again and again\n");
+    EXPECT_EQ(end(), 0);
+}
+
 TEST_F(Watch, HalfARecordAndWhatIsNoSel) {
     controllerHas(someRecords(1, 3));
     control("head -c 40 " + sel + "; exit 0");

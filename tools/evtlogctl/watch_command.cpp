@@ -239,7 +239,7 @@ void watchOnce(Watch &watch) {
         if (!watch.command.ran) {
             throw; // there is no such program: nothing to wait for
         }
-        sayTrouble(watch, fmt::format("{}: {}\n", programName, failure.what()));
+        sayTrouble(watch, fmt::format("{}: {}\n", programName, shown(failure.what())));
         return;
     }
     if (!look) {
