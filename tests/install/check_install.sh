@@ -106,8 +106,27 @@ pkgconfig_consumers() {
     LD_LIBRARY_PATH=$lib run_programs "$scratch/pkg-config" 6
 }
 
+# expect_refusal TEXT OPTION...: the configuration is refused with a line that holds the text
+expect_refusal() {
+    local text=$1
+    shift
+    if cmake -S "$source" -B "$scratch/refused" "$@" >"$scratch/refused.log" 2>&1; then
+        fail "configured with $*"
+    fi
+    tr -s ' \n' ' ' <"$scratch/refused.log" | grep -qF -e "$text" || fail "no \"$text\" with $*"
+    rm -rf "$scratch/refused"
+}
+
+library_alone() {
+    expect_refusal "-DZUSAHPI_TOOL=OFF -DZUSAHPI_DEVELOPER=OFF" -DZUSAHPI_MAINLIB=OFF
+    expect_refusal "-DZUSAHPI_DEVELOPER=OFF" -DZUSAHPI_TOOL=OFF
+    cmake -S "$source" -B "$scratch/alone" -DZUSAHPI_MAINLIB=OFF -DZUSAHPI_TOOL=OFF \
+        -DZUSAHPI_DEVELOPER=OFF >"$scratch/alone.log" || fail "the library alone is not configured"
+}
+
 install_tree
 check_files
+library_alone
 cmake_consumer find_package 6 -DCMAKE_PREFIX_PATH="$tree"
 cmake_consumer find_package_c_only 4 -DCMAKE_PREFIX_PATH="$tree" -DLANGUAGES=C
 pkgconfig_consumers
