@@ -2,6 +2,7 @@
 # Builds the project and runs its main job: a real server's hardware events go into a crash-safe
 # log and back onto the screen. With arguments it passes them to evtlogctl instead.
 set -euo pipefail
+caller=$PWD # where file names in the arguments begin
 cd "$(dirname "$0")"
 
 scripts/setup.sh
@@ -14,6 +15,8 @@ fi
 tool=build/native/evtlogctl
 
 if [ $# -gt 0 ]; then
+    tool=$PWD/$tool
+    cd "$caller"
     exec "$tool" "$@"
 fi
 
