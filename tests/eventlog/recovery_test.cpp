@@ -84,6 +84,28 @@ TEST_F(Recovery, AShrunkCircularLogIsReportedOnce) {
     EXPECT_EQ(diagnostics(), resizedCircular); // nothing was left that could be lost
 }
 
+// Zeros alone are an info record that never reached the disk; what else is damaged stays as it is.
+TEST_F(Recovery, EndsThatDoNotFitTheEntriesAreKept) {
+    struct Ends {
+        std::uint32_t entries;
+        std::uint32_t oldest;
+        std::uint32_t newest;
+    };
+    for (const Ends ends : {Ends{1, 0, 0}, Ends{0, 1, 0}, Ends{0, 0, 1}, Ends{0, 1, 1}}) {
+        make(simple, 5, 1);
+        FileImage image = file();
+        EventLogInfoRecord info = image.info();
+        info.sa.Entries = ends.entries;
+        info.oldest = ends.oldest;
+        info.newest = ends.newest;
+        image.setInfo(info);
+        writeLog(image);
+        inChild([] { start(simple, drop, 5); });
+        EXPECT_EQ(file().bytes, image.bytes);
+        std::remove(logPath().c_str());
+    }
+}
+
 TEST_F(Recovery, ASimpleLogKeepsItsEntriesDownToMaxUsed) {
     make(simple, 8, 5);
     inChild([] {

@@ -59,6 +59,8 @@ def mutants_of(path):
             yield line, what, text[:start + 1] + mutated + text[end:]
     for found in re.finditer(r" (&&|\|\|)(?=\s)", text):
         line = text.count("\n", 0, found.start()) + 1
+        if text.splitlines()[line - 1].startswith("static_assert"):
+            continue  # the compiler tests it
         other = "||" if found[1] == "&&" else "&&"
         yield line, f"{found[1]} becomes {other}", (
             text[:found.start()] + f" {other}" + text[found.end():])
@@ -94,7 +96,7 @@ class Tree:
         for program in PROGRAMS:
             try:
                 result = run([self.build / "tests" / program, "--gtest_fail_fast"],
-                             env=ENVIRONMENT, timeout=TIMEOUT)
+                             cwd=self.root, env=ENVIRONMENT, timeout=TIMEOUT)
             except subprocess.TimeoutExpired:
                 return "out of time"
             if result.returncode != 0:
