@@ -6,6 +6,7 @@
 #include <functional>
 
 #include <fcntl.h>
+#include <linux/capability.h>
 #include <sys/prctl.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -210,16 +211,15 @@ class UnlockAsUser : public Unlock {
         ASSERT_EQ(chmod(folder.path().c_str(), 0777), 0);
         ASSERT_EQ(chmod((root + "/evtlog").c_str(), 0777), 0);
     }
-    Result unlockAsNobody() {
+    // After `body` has given up what the user is not to have.
+    Result unlockAfter(const std::function<void()> &body) {
         const std::string out = folder.file("out");
         const std::string err = folder.file("err");
         const pid_t child = fork();
         if (child == 0) {
             (void)!freopen(out.c_str(), "w", stdout);
             (void)!freopen(err.c_str(), "w", stderr);
-            if (setgid(nobody) != 0 || setuid(nobody) != 0) {
-                _exit(125);
-            }
+            body();
             execl(EVTLOGCTL_PROGRAM, "evtlogctl", "unlock", log.c_str(), nullptr);
             _exit(126);
         }
@@ -228,6 +228,13 @@ class UnlockAsUser : public Unlock {
         result.output = readFile(out);
         result.errors = readFile(err);
         return result;
+    }
+    Result unlockAsNobody() {
+        return unlockAfter([] {
+            if (setgid(nobody) != 0 || setuid(nobody) != 0) {
+                _exit(125);
+            }
+        });
     }
 };
 
@@ -253,6 +260,45 @@ TEST_F(UnlockAsUser, AProcessOfOnesOwnThatCannotBeLookedInto) {
     });
     expectRefusal(unlockAsNobody(), "it cannot be seen whether process " + hidden.id() + " (" +
                                         ownCommand() + ") has " + log + " open; run this as root");
+}
+
+// The system knows that nobody writes the log, and tells its owner.
+TEST_F(UnlockAsUser, AProcessThatCannotBeLookedIntoAndALogThatNobodyWrites) {
+    ASSERT_EQ(chown(lock.c_str(), nobody, nobody), 0);
+    ASSERT_EQ(chown(log.c_str(), nobody, nobody), 0);
+    const auto hide = [] {
+        EXPECT_EQ(setuid(nobody), 0);
+        EXPECT_EQ(prctl(PR_SET_DUMPABLE, 0), 0);
+    };
+    {
+        const Bystander writer([&] {
+            EXPECT_GE(open(log.c_str(), O_RDWR), 0);
+            hide();
+        });
+        expectRefusal(unlockAsNobody(), "it cannot be seen whether process " + writer.id() + " (" +
+                                            ownCommand() + ") has " + log +
+                                            " open; run this as root");
+    }
+    const Bystander another(hide);
+    EXPECT_EQ(unlockAsNobody().exitStatus, 0);
+    EXPECT_FALSE(exists(lock));
+}
+
+// As root is in most containers.
+TEST_F(UnlockAsUser, RootThatMayNotLookIntoOthers) {
+    ASSERT_EQ(chown(lock.c_str(), nobody, nobody), 0);
+    const Bystander hidden([this] {
+        EXPECT_GE(open(log.c_str(), O_RDWR), 0);
+        EXPECT_EQ(setuid(nobody), 0);
+    });
+    const Result result = unlockAfter([] {
+        if (prctl(PR_CAPBSET_DROP, CAP_SYS_PTRACE) != 0) {
+            _exit(125);
+        }
+    });
+    expectRefusal(result, "it cannot be seen whether process " + hidden.id() + " (" + ownCommand() +
+                              ") has " + log +
+                              " open; run this as a root that may look into it (CAP_SYS_PTRACE)");
 }
 
 } // namespace

@@ -1,10 +1,12 @@
-// The open files of all processes, from /proc.
+// The open files of all processes, from /proc; and of those that hide theirs, what a lease tells:
+// the system gives one for reading only while no process has the file open for writing.
 #include "tools/evtlogctl/lock_users.h"
 
 #include <algorithm>
 #include <cctype>
 #include <cerrno>
 #include <charconv>
+#include <csignal>
 #include <cstring>
 #include <fstream>
 #include <iterator>
@@ -13,6 +15,7 @@
 #include <string_view>
 
 #include <dirent.h>
+#include <fcntl.h>
 #include <unistd.h>
 
 #include "tools/evtlogctl/failure.h"
@@ -53,21 +56,29 @@ using Folder = std::unique_ptr<DIR, int (*)(DIR *)>;
 
 enum class Answer { yes, no, hidden };
 
+// The process, or its use of a file.
+[[nodiscard]] bool hasEnded(int error) {
+    return error == ENOENT || error == ESRCH;
+}
+
 [[nodiscard]] Answer hasOpen(pid_t id, const struct stat &file) {
     const std::string path = folderOf(id) + "/fd";
     const Folder folder = openFolder(path);
     if (folder == nullptr) {
-        return errno == ENOENT || errno == ESRCH ? Answer::no : Answer::hidden;
+        return hasEnded(errno) ? Answer::no : Answer::hidden;
     }
+    Answer answer = Answer::no;
     // cppcheck-suppress readdirCalled ; readdir_r() is deprecated
     while (const dirent *const entry = readdir(folder.get())) {
         struct stat status {};
-        if (fstatat(dirfd(folder.get()), entry->d_name, &status, 0) == 0 &&
-            status.st_dev == file.st_dev && status.st_ino == file.st_ino) {
+        if (fstatat(dirfd(folder.get()), entry->d_name, &status, 0) != 0) {
+            // Who may list the open files may yet not look at them: root without CAP_SYS_PTRACE.
+            answer = hasEnded(errno) ? answer : Answer::hidden;
+        } else if (status.st_dev == file.st_dev && status.st_ino == file.st_ino) {
             return Answer::yes;
         }
     }
-    return Answer::no;
+    return answer;
 }
 
 [[nodiscard]] std::optional<pid_t> processId(std::string_view name) {
@@ -119,6 +130,18 @@ Users usersOf(const struct stat &file, uid_t owner) {
         }
     }
     return users;
+}
+
+bool surelyUnwritten(const std::string &path) {
+    const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (descriptor < 0) {
+        return false;
+    }
+    // Someone who opens the file at this moment waits for the lease, and that comes as a signal.
+    (void)std::signal(SIGIO, SIG_IGN);
+    const bool unwritten = fcntl(descriptor, F_SETLEASE, F_RDLCK) == 0;
+    close(descriptor); // ends the lease
+    return unwritten;
 }
 
 std::optional<Process> processOf(pid_t id) {

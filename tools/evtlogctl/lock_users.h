@@ -24,6 +24,11 @@ struct Users {
 // all be looked into. Throws Failure without a /proc.
 [[nodiscard]] Users usersOf(const struct stat &file, uid_t owner);
 
+// True when no process of this machine has the file open for writing, whoever it belongs to. False
+// also when the system does not say: it does so only to the owner of the file and to root, and not
+// on every file system.
+[[nodiscard]] bool surelyUnwritten(const std::string &path);
+
 // The process of that id, empty when it has ended.
 [[nodiscard]] std::optional<Process> processOf(pid_t id);
 

@@ -5,6 +5,7 @@
 // between the look and the removal only another unlock could put someone else's lock in its place;
 // unlocks keep each other off by a lock on the folder. The lock file belongs to the user whose
 // process took it: all processes of that user must be open to view, those of others need not be.
+// Where one is not, the system itself must say that nobody has the log open for writing.
 #include <algorithm>
 #include <cerrno>
 #include <charconv>
@@ -105,10 +106,12 @@ void refuseUnlessUnused(const std::string &path, const std::string &lock,
     if (users.first) {
         refuseUsed(path, *users.first);
     }
-    if (users.unknown && user != superuser) {
-        fail(Status::systemRefused,
-             "it cannot be seen whether process {} ({}) has {} open; run this as root",
-             users.unknown->id, users.unknown->command, path);
+    // A holder of the lock has the log open for writing.
+    if (users.unknown && !surelyUnwritten(path)) {
+        fail(Status::systemRefused, "it cannot be seen whether process {} ({}) has {} open; {}",
+             users.unknown->id, users.unknown->command, path,
+             user == superuser ? "run this as a root that may look into it (CAP_SYS_PTRACE)"
+                               : "run this as root");
     }
 }
 
