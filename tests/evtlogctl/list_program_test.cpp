@@ -523,30 +523,53 @@ TEST_F(Follow, ALogThatIsNotThere) {
     EXPECT_EQ(result.output, "");
 }
 
-// A writer as fast as it can, in a log that it writes over again and again: what is shown is in
-// order and without doubles, and the last entry is shown.
+// Adds user events 0, 1, 2 and so on, as fast as it can.
+void addNumbers(const std::vector<std::string> &shell, int count) {
+    std::string lines;
+    for (int i = 0; i < count; ++i) {
+        lines += "add " + std::to_string(i) + "\n";
+    }
+    EXPECT_EQ(program::run(shell, lines).exitStatus, 0);
+}
+
+int numberIn(const std::string &line) {
+    const std::string mark = "User: ";
+    EXPECT_EQ(line.substr(0, mark.size()), mark);
+    return std::atoi(line.substr(std::min(mark.size(), line.size())).c_str());
+}
+
+// In a log that it writes over again and again: what is shown is in order and without doubles, and
+// the last entry is shown.
 TEST_F(Follow, AFastWriter) {
     std::filesystem::remove(log);
     configure(50);
     add("first");
     Follower follower(followingTheNewest(), errors);
     EXPECT_EQ(follower.line(), "User: first\n");
-    std::string lines;
     constexpr int events = 3000;
-    for (int i = 0; i < events; ++i) {
-        lines += "add " + std::to_string(i) + "\n";
-    }
-    EXPECT_EQ(program::run(withRoot({"shell"}), lines).exitStatus, 0);
-    int last = -1;
-    while (last < events - 1) {
-        const std::string line = follower.line();
-        const std::size_t mark = line.find("User: ");
-        ASSERT_NE(mark, std::string::npos) << line;
-        const int number = std::stoi(line.substr(mark + 6));
+    addNumbers(withRoot({"shell"}), events);
+    for (int last = -1; last < events - 1;) {
+        const int number = numberIn(follower.line());
         ASSERT_GT(number, last);
         last = number;
     }
     EXPECT_TRUE(follower.isQuiet());
+}
+
+// In a log that holds all of them nothing is lost.
+TEST_F(Follow, AFastWriterInALargeLog) {
+    std::filesystem::remove(log);
+    configure(40'000);
+    add("first");
+    Follower follower(followingTheNewest(), errors);
+    EXPECT_EQ(follower.line(), "User: first\n");
+    constexpr int events = 30'000;
+    addNumbers(withRoot({"shell"}), events);
+    for (int number = 0; number < events; ++number) {
+        ASSERT_EQ(numberIn(follower.line()), number);
+    }
+    EXPECT_TRUE(follower.isQuiet());
+    EXPECT_EQ(readFile(errors), "");
 }
 
 } // namespace

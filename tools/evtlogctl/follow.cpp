@@ -1,21 +1,17 @@
-// A reading after every change. Entries are known by number and fingerprint, and what stands behind
-// the last known one is new; so a log that wraps, is cleared, loses entries to an operator or is
-// replaced by another file is followed alike, and no entry is shown twice. In a log that holds
-// nothing known any more everything is new.
+// A reading after every change; log_news.h says what of it is new.
 #include "tools/evtlogctl/follow.h"
 
-#include <algorithm>
 #include <chrono>
-#include <cstdint>
+#include <cstddef>
 #include <memory>
 #include <optional>
-#include <set>
 #include <string>
 #include <utility>
 
 #include "tools/evtlogctl/entry_printer.h"
 #include "tools/evtlogctl/entry_selection.h"
 #include "tools/evtlogctl/failure.h"
+#include "tools/evtlogctl/log_news.h"
 #include "tools/evtlogctl/log_reader.h"
 #include "tools/evtlogctl/log_watch.h"
 #include "tools/evtlogctl/terminal.h"
@@ -23,45 +19,18 @@
 namespace zusahpi::evtlogctl {
 namespace {
 
-constexpr std::size_t entriesAtFirst = 10;  // as tail(1) and journalctl(1) show
-constexpr std::size_t fewNews = 64;         // that are looked for first
-constexpr std::size_t knownToSpare = 10000; // known entries that the log may not hold any more
+constexpr std::size_t entriesAtFirst = 10; // as tail(1) and journalctl(1) show
 
 constexpr auto forEver = std::chrono::milliseconds{-1};
 constexpr auto patience = std::chrono::milliseconds{1000}; // with a file that is being made
-
-using EntryKey = std::pair<std::uint32_t, std::uint64_t>; // number, fingerprint
 
 struct Following {
     const std::string &path;
     const ListOptions &options;
     EntryPrinter printer;
     std::unique_ptr<LogFile> file; // never null
-    std::set<EntryKey> known;
+    KnownEntries known;
 };
-
-[[nodiscard]] EntryKey keyOf(const FoundEntry &entry) {
-    return {entry.number, entry.fingerprint};
-}
-
-[[nodiscard]] bool isKnown(const Following &following, const FoundEntry &entry) {
-    return following.known.contains(keyOf(entry));
-}
-
-void learn(Following &following, const Snapshot &snapshot) {
-    for (const FoundEntry &entry : snapshot.entries) {
-        following.known.insert(keyOf(entry));
-    }
-}
-
-// So that a log that is followed for years does not fill the memory.
-void forgetTheOld(Following &following) {
-    const Snapshot whole = readLog(*following.file);
-    if (following.known.size() > whole.entries.size() + knownToSpare) {
-        following.known.clear();
-        learn(following, whole);
-    }
-}
 
 void show(Following &following, const Snapshot &snapshot, const EntryFilter &filter) {
     SnapshotReader entries(*following.file, snapshot);
@@ -74,39 +43,16 @@ void show(Following &following, const Snapshot &snapshot, const EntryFilter &fil
     (void)reportReading(*following.file, snapshot, entries, "are listed");
 }
 
-// The newest entries of the log, back to one that is known or to the oldest.
-[[nodiscard]] Snapshot readNewest(const Following &following) {
-    constexpr std::size_t growth = 16;
-    for (std::size_t most = fewNews;; most *= growth) {
-        Snapshot snapshot = readLog(*following.file, most);
-        const bool reached =
-            std::any_of(snapshot.entries.begin(), snapshot.entries.end(),
-                        [&](const FoundEntry &entry) { return isKnown(following, entry); });
-        if (reached || snapshot.entries.size() < most) {
-            return snapshot;
-        }
-    }
-}
-
 // What is new, and known from now on.
 [[nodiscard]] Snapshot readNews(Following &following) {
-    Snapshot snapshot = readNewest(following);
-    auto &entries = snapshot.entries;
-    const auto lastKnown =
-        std::find_if(entries.rbegin(), entries.rend(),
-                     [&](const FoundEntry &entry) { return isKnown(following, entry); });
-    if (lastKnown == entries.rend() && !entries.empty() && !following.known.empty() &&
-        !following.options.quiet) {
+    News news =
+        takeNews(following.known, [&](std::size_t most) { return readLog(*following.file, most); });
+    if (news.strange && !following.options.quiet) {
         complain(fmt::format("{} was cleared, replaced or written over; all that it holds now is "
                              "new",
                              following.path));
     }
-    entries.erase(entries.begin(), lastKnown.base());
-    learn(following, snapshot);
-    if (following.known.size() > 2 * knownToSpare + snapshot.info.sa.Entries) {
-        forgetTheOld(following);
-    }
-    return snapshot;
+    return std::move(news.snapshot);
 }
 
 // Goes on with the file that has the name now, if there is one.
@@ -128,7 +74,7 @@ void showFirst(Following &following) {
         options.newest = entriesAtFirst;
     }
     Snapshot log = readLog(*following.file);
-    learn(following, log);
+    learn(following.known, log);
     const EntryFilter filter = selectEntries(*following.file, log, options);
     show(following, log, filter);
 }
