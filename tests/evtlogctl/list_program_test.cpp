@@ -293,13 +293,18 @@ TEST_F(List, PagesWithLessUnlessToldElse) {
     unsetenv("LESS");
     const std::string newest = lastLine(all);
     const std::string shown = newest.substr(0, newest.size() - 1) + "\r\n";
-    EXPECT_EQ(program::talkOnTerminal(withRoot({"list", "-n1"}), {}).output,
-              "LESS=FRSXMK less \r\n" + shown);
-    EXPECT_EQ(program::talkOnTerminal(withRoot({"list", "-n1", "-e"}), {}).output,
-              "LESS=FRSXMK less +G\r\n" + shown);
+    const auto onTerminal = [&](const std::vector<std::string> &arguments) {
+        return program::talkOnTerminal(withRoot(arguments), {}).output;
+    };
+    EXPECT_EQ(onTerminal({"list", "-n1"}), "LESS=FRSXMK less \r\n" + shown);
+    EXPECT_EQ(onTerminal({"list", "-n1", "-e"}), "LESS=+G$FRSXMK less \r\n" + shown);
+    // Who names it has it the same way, with words of their own.
+    setenv("PAGER", "less -i", 1);
+    EXPECT_EQ(onTerminal({"list", "-n1"}), "LESS=FRSXMK less -i\r\n" + shown);
+    EXPECT_EQ(onTerminal({"list", "-n1", "-e"}), "LESS=+G$FRSXMK less -i\r\n" + shown);
     setenv("LESS", "S", 1);
-    EXPECT_EQ(program::talkOnTerminal(withRoot({"list", "-n1"}), {}).output.substr(0, 14),
-              "LESS=S less \r\n");
+    EXPECT_EQ(onTerminal({"list", "-n1"}), "LESS=S less -i\r\n" + shown);
+    EXPECT_EQ(onTerminal({"list", "-n1", "-e"}), "LESS=+G$S less -i\r\n" + shown);
 }
 
 TEST_F(List, LeavingThePagerIsNoFailure) {
@@ -308,10 +313,22 @@ TEST_F(List, LeavingThePagerIsNoFailure) {
     EXPECT_EQ(linesOf(left.output), 1U);
 }
 
+// Of a log of 1234 entries it gets the newest 1000, unless it is told how many.
 TEST_F(List, PagerAtItsEnd) {
-    const Result shown = onTerminal(withRoot({"list", "-e"}), {{"PAGER", "tail -n 1"}});
-    EXPECT_EQ(linesOf(shown.output), 1U);
-    EXPECT_NE(shown.output.find("   234  "), std::string::npos);
+    std::string lines;
+    for (int i = 0; i < 1000; ++i) {
+        lines += "add more\n";
+    }
+    EXPECT_EQ(program::run(withRoot({"shell"}), lines).exitStatus, 0);
+    const program::Environment pager = {{"PAGER", "sed -n '1p;$p'"}};
+    const auto ends = [&](const std::vector<std::string> &arguments) {
+        const std::string shown = onTerminal(withRoot(arguments), pager).output;
+        EXPECT_EQ(linesOf(shown), 2U);
+        return shown.substr(0, 8) + lastLine(shown).substr(0, 8);
+    };
+    EXPECT_EQ(ends({"list"}), "     1    1234  ");
+    EXPECT_EQ(ends({"list", "-e"}), "   235    1234  ");
+    EXPECT_EQ(ends({"list", "-e", "-n", "5"}), "  1230    1234  ");
 }
 
 // ---- Following ----------------------------------------------------------------------------------

@@ -36,15 +36,23 @@ namespace {
     return started ? std::optional(process) : std::nullopt;
 }
 
+// What less is to do where nobody says else, also when PAGER names it: quit when all fits on the
+// screen, pass colours on, leave long lines as they are. The end of the text comes first, because
+// the user's own options may end in a text that has no end of its own.
+void setLess(bool atEnd) {
+    const char *const own = std::getenv("LESS");
+    const std::string options = own != nullptr ? own : "FRSXMK";
+    (void)setenv("LESS", ((atEnd ? "+G$" : "") + options).c_str(), 1);
+}
+
 [[nodiscard]] std::optional<pid_t> startPager(bool atEnd, int input) {
+    setLess(atEnd);
     const std::string own(variable("PAGER"));
     if (!own.empty()) {
         const std::array<const char *, 4> words = {"sh", "-c", own.c_str(), nullptr};
         return spawn("sh", words.data(), input);
     }
-    // Quit when all fits on the screen, pass colours on, long lines as they are.
-    (void)setenv("LESS", "FRSXMK", 0);
-    const std::array<const char *, 3> words = {"less", atEnd ? "+G" : nullptr, nullptr};
+    const std::array<const char *, 2> words = {"less", nullptr};
     return spawn("less", words.data(), input);
 }
 
