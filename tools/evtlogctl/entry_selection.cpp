@@ -41,6 +41,7 @@ void keepMatching(const LogFile &file, Snapshot &snapshot, const EntryFilter &fi
         }
     }
     snapshot.entries.assign(kept.begin(), kept.end());
+    snapshot.overwritten += entries.overwritten(); // whether they would fit nobody knows
 }
 
 } // namespace

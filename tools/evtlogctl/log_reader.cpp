@@ -199,7 +199,8 @@ Snapshot unchangedRun(const Snapshot &earlier, const Snapshot &later) {
     return {.info = later.info,
             .overlay = later.overlay,
             .entries = {best.first, best.second},
-            .damage = {}};
+            .damage = {},
+            .overwritten = 0};
 }
 
 SnapshotReader::SnapshotReader(const LogFile &file, const Snapshot &snapshot)
@@ -253,11 +254,12 @@ Snapshot readLog(const LogFile &file, std::size_t most) {
 
 Status reportReading(const LogFile &file, const Snapshot &snapshot, const SnapshotReader &reader,
                      std::string_view done) {
-    if (reader.overwritten() > 0) {
+    const std::size_t overwritten = snapshot.overwritten + reader.overwritten();
+    if (overwritten > 0) {
         complain(
             fmt::format("{}: another program overwrote {} entries while the log was read; they "
                         "are left out",
-                        file.path(), reader.overwritten()));
+                        file.path(), overwritten));
     }
     if (snapshot.damage.empty()) {
         return Status::done;

@@ -34,6 +34,7 @@ struct Snapshot {
     Overlay overlay;                 // of the update that was not complete then
     std::vector<FoundEntry> entries; // oldest first
     std::string damage;              // what is wrong with the file; empty in a sound one
+    std::size_t overwritten = 0;     // entries taken out because they were not there any more
 };
 
 inline constexpr std::size_t allEntries = std::numeric_limits<std::size_t>::max();
@@ -68,8 +69,9 @@ class SnapshotReader {
     std::size_t overwritten_ = 0;
 };
 
-// Says on standard error what is wrong with the log and how many entries were overwritten while it
-// was read; `done` is what became of the others ("are listed"). Returns the exit status.
+// Says on standard error what is wrong with the log and how many entries of it were overwritten
+// until they were read; `done` is what became of the others ("are listed"). Returns the exit
+// status.
 [[nodiscard]] Status reportReading(const LogFile &file, const Snapshot &snapshot,
                                    const SnapshotReader &reader, std::string_view done);
 
