@@ -24,7 +24,7 @@
 namespace zusahpi::evtlogctl {
 namespace {
 
-constexpr const char *processFolder = "/proc";
+constexpr const char *proc = "/proc";
 
 using Folder = std::unique_ptr<DIR, int (*)(DIR *)>;
 
@@ -32,8 +32,8 @@ using Folder = std::unique_ptr<DIR, int (*)(DIR *)>;
     return {opendir(path.c_str()), closedir};
 }
 
-[[nodiscard]] std::string folderOf(pid_t id) {
-    return fmt::format("{}/{}", processFolder, id);
+[[nodiscard]] std::string processFolder(pid_t id) {
+    return fmt::format("{}/{}", proc, id);
 }
 
 [[nodiscard]] std::string contentsOf(const std::string &path) {
@@ -43,9 +43,9 @@ using Folder = std::unique_ptr<DIR, int (*)(DIR *)>;
 
 // The arguments, or for a process without any its name.
 [[nodiscard]] std::string commandOf(pid_t id) {
-    std::string text = contentsOf(folderOf(id) + "/cmdline");
+    std::string text = contentsOf(processFolder(id) + "/cmdline");
     if (text.empty()) {
-        text = contentsOf(folderOf(id) + "/comm");
+        text = contentsOf(processFolder(id) + "/comm");
     }
     while (!text.empty() && (text.back() == '\0' || text.back() == '\n')) {
         text.pop_back();
@@ -62,7 +62,7 @@ enum class Answer { yes, no, hidden };
 }
 
 [[nodiscard]] Answer hasOpen(pid_t id, const struct stat &file) {
-    const std::string path = folderOf(id) + "/fd";
+    const std::string path = processFolder(id) + "/fd";
     const Folder folder = openFolder(path);
     if (folder == nullptr) {
         return hasEnded(errno) ? Answer::no : Answer::hidden;
@@ -90,7 +90,7 @@ enum class Answer { yes, no, hidden };
 // Whether any of its user ids is that of the owner. The owner of its folder is not asked: the
 // system gives the folder of a process that hides its files to root.
 [[nodiscard]] bool belongsTo(pid_t id, uid_t owner) {
-    std::istringstream status(contentsOf(folderOf(id) + "/status"));
+    std::istringstream status(contentsOf(processFolder(id) + "/status"));
     for (std::string line; std::getline(status, line);) {
         if (line.starts_with("Uid:")) {
             std::istringstream ids(line.substr(std::string_view("Uid:").size()));
@@ -108,10 +108,10 @@ enum class Answer { yes, no, hidden };
 } // namespace
 
 Users usersOf(const struct stat &file, uid_t owner) {
-    const Folder folder = openFolder(processFolder);
+    const Folder folder = openFolder(proc);
     if (folder == nullptr) {
         fail(Status::systemRefused, "{} cannot be read: {}; without it nobody knows who uses a log",
-             processFolder, systemError());
+             proc, systemError());
     }
     Users users;
     // cppcheck-suppress readdirCalled ; readdir_r() is deprecated
@@ -145,7 +145,7 @@ bool surelyUnwritten(const std::string &path) {
 }
 
 std::optional<Process> processOf(pid_t id) {
-    if (id <= 0 || access(folderOf(id).c_str(), F_OK) != 0) {
+    if (id <= 0 || access(processFolder(id).c_str(), F_OK) != 0) {
         return std::nullopt;
     }
     return Process{.id = id, .command = commandOf(id)};

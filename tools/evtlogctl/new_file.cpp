@@ -3,12 +3,12 @@
 
 #include <cerrno>
 #include <cstdlib>
-#include <filesystem>
 
 #include <fcntl.h>
 #include <unistd.h>
 
 #include "tools/evtlogctl/failure.h"
+#include "tools/evtlogctl/path.h"
 
 namespace zusahpi::evtlogctl {
 namespace {
@@ -91,8 +91,7 @@ void NewFile::takeOver(const struct stat &other) {
 
 // Without it a crash of the machine could still take the name away.
 void NewFile::syncFolder() {
-    const std::string folder = std::filesystem::path(name_).parent_path().string();
-    const int descriptor = open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_CLOEXEC);
+    const int descriptor = open(folderOf(name_).c_str(), O_RDONLY | O_CLOEXEC);
     if (descriptor >= 0) {
         (void)fsync(descriptor); // the file is whole either way
         close(descriptor);

@@ -25,6 +25,7 @@
 #include "tools/evtlogctl/failure.h"
 #include "tools/evtlogctl/lock_users.h"
 #include "tools/evtlogctl/output.h"
+#include "tools/evtlogctl/path.h"
 
 namespace zusahpi::evtlogctl {
 namespace {
@@ -53,11 +54,6 @@ class FolderLock {
   private:
     int descriptor_;
 };
-
-[[nodiscard]] std::string folderOf(const std::string &path) {
-    const std::size_t slash = path.rfind('/');
-    return slash == std::string::npos ? "." : path.substr(0, slash + 1);
-}
 
 // False when it is not there.
 [[nodiscard]] bool examine(const std::string &path, struct stat &status) {
