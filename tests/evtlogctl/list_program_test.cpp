@@ -528,6 +528,55 @@ TEST_F(Follow, AcrossAFileThatIsNoLog) {
     EXPECT_EQ(follower.line(), "User: back\n");
 }
 
+// Its folder goes, and another one takes the name after a while.
+TEST_F(Follow, AcrossAFolderThatIsMovedAway) {
+    add("old");
+    Follower follower(followingTheNewest(), errors);
+    EXPECT_EQ(follower.line(), "User: old\n");
+    std::filesystem::rename(root + "/evtlog", root + "/moved");
+    EXPECT_TRUE(follower.isQuiet());
+    add("new"); // makes the folder
+    EXPECT_EQ(follower.line(), "User: new\n");
+    add("newest");
+    EXPECT_EQ(follower.line(), "User: newest\n");
+}
+
+TEST_F(Follow, AcrossAFolderThatIsRemoved) {
+    add("old");
+    Follower follower(followingTheNewest(), errors);
+    EXPECT_EQ(follower.line(), "User: old\n");
+    std::filesystem::remove_all(root + "/evtlog");
+    EXPECT_TRUE(follower.isQuiet());
+    add("new");
+    EXPECT_EQ(follower.line(), "User: new\n");
+    add("newest");
+    EXPECT_EQ(follower.line(), "User: newest\n");
+}
+
+// The log is known by a link in another folder: its target goes, comes back, and the link comes to
+// lead elsewhere.
+TEST_F(Follow, ThroughALink) {
+    const std::string link = folder.file("link");
+    std::filesystem::create_symlink(log, link);
+    add("old");
+    Follower follower(following({"-n", "1", link}), errors);
+    EXPECT_EQ(follower.line(), "User: old\n");
+    std::filesystem::copy(log, folder.file("other"));
+    std::filesystem::remove(log);
+    EXPECT_TRUE(follower.isQuiet());
+    add("new"); // makes the file
+    EXPECT_EQ(follower.line(), "User: new\n");
+    add("newer");
+    EXPECT_EQ(follower.line(), "User: newer\n");
+    std::filesystem::rename(root + "/evtlog", root + "/moved");
+    EXPECT_TRUE(follower.isQuiet());
+    add("newest");
+    EXPECT_EQ(follower.line(), "User: newest\n");
+    std::filesystem::create_symlink(folder.file("other"), folder.file("next"));
+    std::filesystem::rename(folder.file("next"), link);
+    EXPECT_TRUE(follower.isQuiet()); // what it holds was shown
+}
+
 TEST_F(Follow, EndsWhenNobodyReads) {
     Follower follower(followingTheNewest(), errors);
     EXPECT_NE(follower.line(), "");

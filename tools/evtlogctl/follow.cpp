@@ -22,7 +22,8 @@ namespace {
 constexpr std::size_t entriesAtFirst = 10; // as tail(1) and journalctl(1) show
 
 constexpr auto forEver = std::chrono::milliseconds{-1};
-constexpr auto patience = std::chrono::milliseconds{1000}; // with a file that is being made
+constexpr auto patience =
+    std::chrono::milliseconds{1000}; // with a file or folder that is being made
 
 struct Following {
     const std::string &path;
@@ -56,14 +57,13 @@ void show(Following &following, const Snapshot &snapshot, const EntryFilter &fil
 }
 
 // Goes on with the file that has the name now, if there is one.
-void openAgain(Following &following, LogWatch &watch) {
+void openAgain(Following &following) {
     struct stat named {};
     if (stat(following.path.c_str(), &named) != 0) {
         return;
     }
     const struct stat open = following.file->status();
     if (named.st_ino != open.st_ino || named.st_dev != open.st_dev) {
-        watch.watchFile();
         following.file = std::make_unique<LogFile>(following.path);
     }
 }
@@ -80,10 +80,9 @@ void showFirst(Following &following) {
 }
 
 // Nothing when the log cannot be read at the moment; `trouble` says why.
-[[nodiscard]] std::optional<Snapshot> tryNews(Following &following, LogWatch &watch,
-                                              std::string &trouble) {
+[[nodiscard]] std::optional<Snapshot> tryNews(Following &following, std::string &trouble) {
     try {
-        openAgain(following, watch);
+        openAgain(following);
         return readNews(following);
     } catch (const Failure &failure) {
         trouble = failure.what();
@@ -103,10 +102,12 @@ Status followLog(const std::string &path, const ListOptions &options) {
     showFirst(following);
     std::string trouble;
     bool told = false;
+    bool settled = false;
     // A file that is being made is no log for a moment: that is told only if it stays so.
-    while (watch.wait(trouble.empty() || told ? forEver : patience)) {
+    while (watch.wait(settled && (trouble.empty() || told) ? forEver : patience)) {
+        settled = watch.renew();
         const std::string before = std::exchange(trouble, {});
-        const std::optional<Snapshot> news = tryNews(following, watch, trouble);
+        const std::optional<Snapshot> news = tryNews(following, trouble);
         if (news && !(news->entries.empty() && news->damage.empty())) {
             show(following, *news, options.filter);
         }

@@ -1,16 +1,23 @@
 // inotify watches on the file and on its folder: the folder tells of a new file of the same name.
+// Where the log is a link, the folder of what it leads to is watched too.
 #include "tools/evtlogctl/log_watch.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstddef>
+#include <cstdint>
 #include <filesystem>
+#include <system_error>
+#include <utility>
 
 #include <poll.h>
 #include <sys/inotify.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include "tools/evtlogctl/failure.h"
+#include "tools/evtlogctl/path.h"
 
 namespace zusahpi::evtlogctl {
 namespace {
@@ -20,35 +27,58 @@ namespace {
          systemError());
 }
 
-[[nodiscard]] std::string folderOf(const std::string &path) {
-    const std::string folder = std::filesystem::path(path).parent_path().string();
-    return folder.empty() ? "." : folder;
+constexpr std::uint32_t fileEvents = IN_MODIFY | IN_MOVE_SELF | IN_ATTRIB;
+constexpr std::uint32_t folderEvents = IN_CREATE | IN_MOVED_TO | IN_MOVE_SELF | IN_DELETE_SELF;
+
+[[nodiscard]] std::string realName(const std::string &path) {
+    std::error_code error;
+    const auto real = std::filesystem::canonical(path, error);
+    return error ? path : real.string();
 }
 
 } // namespace
 
 LogWatch::LogWatch(const std::string &path)
     : path_(path), descriptor_(inotify_init1(IN_CLOEXEC | IN_NONBLOCK)) {
-    constexpr std::uint32_t comingAndGoing = IN_CREATE | IN_MOVED_TO;
     if (descriptor_ < 0) {
         refuse(path);
     }
-    if (inotify_add_watch(descriptor_, folderOf(path).c_str(), comingAndGoing) < 0) {
+    if (!renew() && watches_.empty()) {
         const int error = errno;
         close(descriptor_);
         errno = error;
         refuse(path);
     }
-    watchFile();
 }
 
 LogWatch::~LogWatch() {
     close(descriptor_);
 }
 
-void LogWatch::watchFile() {
-    // Without the file there is nothing to see until the folder tells of one.
-    (void)inotify_add_watch(descriptor_, path_.c_str(), IN_MODIFY | IN_MOVE_SELF | IN_ATTRIB);
+bool LogWatch::renew() {
+    std::vector<int> watches;
+    const auto watch = [&](const std::string &path, std::uint32_t events) {
+        const int id = inotify_add_watch(descriptor_, path.c_str(), events);
+        if (id >= 0) {
+            watches.push_back(id);
+        }
+        return id >= 0;
+    };
+    bool whole = watch(folderOf(path_), folderEvents);
+    if (watch(path_, fileEvents)) {
+        whole = watch(folderOf(realName(path_)), folderEvents) && whole;
+    } else {
+        // The folder tells of a file to come, but not of one that a link is to lead to.
+        struct stat link {};
+        whole = whole && lstat(path_.c_str(), &link) != 0;
+    }
+    for (const int old : watches_) {
+        if (std::find(watches.begin(), watches.end(), old) == watches.end()) {
+            (void)inotify_rm_watch(descriptor_, old); // it may have gone by itself
+        }
+    }
+    watches_ = std::move(watches);
+    return whole;
 }
 
 bool LogWatch::wait(std::chrono::milliseconds longest) {
