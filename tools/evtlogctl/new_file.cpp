@@ -3,6 +3,7 @@
 
 #include <cerrno>
 #include <cstdlib>
+#include <utility>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -22,10 +23,30 @@ constexpr mode_t allRights = 0777;
     return 0666 & ~mask;
 }
 
+[[nodiscard]] std::string ownPath(int descriptor) {
+    return fmt::format("/proc/self/fd/{}", descriptor);
+}
+
+// A file without a name, which is gone with this process however that ends. Negative where the file
+// system has none, or where it could not be given a name later.
+[[nodiscard]] int openNameless(const std::string &folder) {
+    const int descriptor =
+        open(folder.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, S_IRUSR | S_IWUSR);
+    if (descriptor >= 0 && access(ownPath(descriptor).c_str(), F_OK) != 0) {
+        close(descriptor);
+        return -1;
+    }
+    return descriptor;
+}
+
 } // namespace
 
-NewFile::NewFile(const std::string &name) : name_(name), temporary_(name + ".XXXXXX") {
-    const int descriptor = mkostemp(temporary_.data(), O_CLOEXEC);
+NewFile::NewFile(const std::string &name) : name_(name) {
+    int descriptor = openNameless(folderOf(name));
+    if (descriptor < 0) {
+        temporary_ = name + ".XXXXXX";
+        descriptor = mkostemp(temporary_.data(), O_CLOEXEC);
+    }
     if (descriptor >= 0) {
         stream_ = fdopen(descriptor, "wb");
     }
@@ -37,7 +58,7 @@ NewFile::NewFile(const std::string &name) : name_(name), temporary_(name + ".XXX
 
 NewFile::~NewFile() {
     (void)std::fclose(stream_); // what counts was flushed before it got its name
-    if (!named_) {
+    if (!temporary_.empty()) {
         unlink(temporary_.c_str());
     }
 }
@@ -49,12 +70,19 @@ void NewFile::write(const void *bytes, std::size_t count) {
 void NewFile::keepAsNew(const struct stat &other) {
     takeOver(other);
     require(std::fflush(stream_) == 0 && fsync(fileno(stream_)) == 0);
-    named_ =
-        renameat2(AT_FDCWD, temporary_.c_str(), AT_FDCWD, name_.c_str(), RENAME_NOREPLACE) == 0;
-    // Not every file system knows how to leave a file alone; a link does so everywhere.
-    const bool linked = !named_ && errno == EINVAL && link(temporary_.c_str(), name_.c_str()) == 0;
-    if (!named_ && !linked) {
-        refuse();
+    bool kept = false;
+    if (temporary_.empty()) {
+        kept = link(name_);
+    } else if (renameat2(AT_FDCWD, temporary_.c_str(), AT_FDCWD, name_.c_str(), RENAME_NOREPLACE) ==
+               0) {
+        kept = true;
+        temporary_.clear();
+    } else if (errno == EINVAL) {
+        // Not every file system knows how to leave a file alone; a link does so everywhere.
+        kept = ::link(temporary_.c_str(), name_.c_str()) == 0;
+    }
+    if (!kept) {
+        fail(Status::systemRefused, "{} cannot be made: {}; name a new file", name_, systemError());
     }
     syncFolder();
 }
@@ -67,9 +95,27 @@ void NewFile::keepInPlace() {
         require(fchmod(fileno(stream_), usualRights()) == 0);
     }
     require(std::fflush(stream_) == 0 && fsync(fileno(stream_)) == 0);
-    named_ = std::rename(temporary_.c_str(), name_.c_str()) == 0;
-    require(named_);
+    nameForNow();
+    require(std::rename(temporary_.c_str(), name_.c_str()) == 0);
+    temporary_.clear();
     syncFolder();
+}
+
+// A link does not replace a file, a renaming does: so it takes another name first, for a moment.
+void NewFile::nameForNow() {
+    for (int attempt = 0; temporary_.empty(); ++attempt) {
+        std::string free = fmt::format("{}.{}.{}", name_, getpid(), attempt);
+        if (link(free)) {
+            temporary_ = std::move(free);
+        } else {
+            require(errno == EEXIST);
+        }
+    }
+}
+
+bool NewFile::link(const std::string &name) {
+    return linkat(AT_FDCWD, ownPath(fileno(stream_)).c_str(), AT_FDCWD, name.c_str(),
+                  AT_SYMLINK_FOLLOW) == 0;
 }
 
 void NewFile::require(bool success) {
@@ -77,10 +123,6 @@ void NewFile::require(bool success) {
         fail(Status::systemRefused, "{} cannot be written: {}; check the disk", name_,
              systemError());
     }
-}
-
-void NewFile::refuse() {
-    fail(Status::systemRefused, "{} cannot be made: {}; name a new file", name_, systemError());
 }
 
 void NewFile::takeOver(const struct stat &other) {

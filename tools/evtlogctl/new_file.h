@@ -9,8 +9,9 @@
 
 namespace zusahpi::evtlogctl {
 
-// A file under another name beside its own, removed unless it got that. Every function throws
-// Failure when the system refuses.
+// A file without a name, or, where the file system has none such, under another name beside its
+// own. It is gone unless it got its name; with another name, not when the process is killed. Every
+// function throws Failure when the system refuses.
 class NewFile {
   public:
     explicit NewFile(const std::string &name);
@@ -29,14 +30,14 @@ class NewFile {
 
   private:
     void require(bool success);
-    [[noreturn]] void refuse();
     void takeOver(const struct stat &other);
+    void nameForNow();
+    [[nodiscard]] bool link(const std::string &name);
     void syncFolder();
 
     std::string name_;
-    std::string temporary_;
+    std::string temporary_; // empty while it has no other name
     std::FILE *stream_ = nullptr;
-    bool named_ = false;
 };
 
 } // namespace zusahpi::evtlogctl
