@@ -509,6 +509,15 @@ TEST_F(Program, WrongUsageIsOneLineAndStatusTwo) {
         {"stat", "--all", "-n", "3"},
         {"report", "a"},
         {"report", "-o", ""},
+        {"report", "-o", "page", ""},
+        {"--root", root, "unlock", ""},
+        {"list", ""},
+        {"check", ""},
+        {"stat", ""},
+        {"info", ""},
+        {"print", ""},
+        {"dump", ""},
+        {"export", ""},
     };
     for (const auto &arguments : wrong) {
         const Result result = program::run(arguments);

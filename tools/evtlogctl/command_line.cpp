@@ -14,6 +14,7 @@
 
 #include "tools/evtlogctl/commands.h"
 #include "tools/evtlogctl/failure.h"
+#include "tools/evtlogctl/file_argument.h"
 #include "tools/evtlogctl/list_arguments.h"
 #include "tools/evtlogctl/local_time.h"
 #include "tools/evtlogctl/log_reader.h"
@@ -180,7 +181,8 @@ CLI::App *addExport(CLI::App &app, Arguments &arguments) {
     CLI::App *const command =
         app.add_subcommand("export", "Write the imported records of the log back, byte for byte");
     command->add_option("FILE", arguments.file, "File to write; standard output without it")
-        ->type_name("");
+        ->type_name("")
+        ->check(wrongName);
     command->add_option("--format", arguments.exportForm, "Form of the output: sel")
         ->type_name("FORM")
         ->check(CLI::IsMember({"sel"}));
@@ -190,15 +192,12 @@ CLI::App *addExport(CLI::App &app, Arguments &arguments) {
 CLI::App *addCheck(CLI::App &app, Arguments &arguments) {
     CLI::App *const command = app.add_subcommand(
         "check", "Say what is wrong with a log file, and save its entries; needs no lock");
-    command->add_option("FILE", arguments.check.file, "Log file; the configured log without it")
-        ->type_name("");
+    addLogFile(*command, arguments.check.file);
     command
         ->add_option("--salvage", arguments.check.salvage,
                      "Write a sound log of every entry that can be read to the new file NEW")
         ->type_name("NEW")
-        ->check([](const std::string &name) {
-            return name.empty() ? std::string("a file name is needed") : std::string();
-        });
+        ->check(wrongName);
     command->add_flag("--all", arguments.check.all, "Print every finding, however many are alike");
     addReportForm(command, arguments);
     return command;
@@ -208,8 +207,7 @@ CLI::App *addStat(CLI::App &app, Arguments &arguments) {
     CLI::App *const command = app.add_subcommand(
         "stat", "Count the entries of a log by severity, event type, source and sensor; needs no "
                 "lock");
-    command->add_option("FILE", arguments.stat.file, "Log file; the configured log without it")
-        ->type_name("");
+    addLogFile(*command, arguments.stat.file);
     CLI::Option *const rows =
         command->add_option("-n,--rows", arguments.stat.rows, "Rows of each table; 10 without it")
             ->type_name("N")
@@ -223,16 +221,13 @@ CLI::App *addReport(CLI::App &app, Arguments &arguments) {
     CLI::App *const command = app.add_subcommand(
         "report", "Write a log as one HTML page: a timeline, the busiest sensors, the entries; "
                   "needs no lock");
-    command->add_option("FILE", arguments.report.file, "Log file; the configured log without it")
-        ->type_name("");
+    addLogFile(*command, arguments.report.file);
     command
         ->add_option("-o,--output", arguments.report.output,
                      "The page to write, in the place of one that is there; - for standard output")
         ->type_name("PAGE")
         ->required()
-        ->check([](const std::string &name) {
-            return name.empty() ? std::string("a file name is needed") : std::string();
-        });
+        ->check(wrongName);
     command
         ->add_option("-n,--newest", arguments.report.newest,
                      "Put only the newest N entries into the table; 10000 without it. All are "
@@ -245,8 +240,7 @@ CLI::App *addReport(CLI::App &app, Arguments &arguments) {
 CLI::App *addInfo(CLI::App &app, Arguments &arguments) {
     CLI::App *const command =
         app.add_subcommand("info", "Print the settings and the fill state of a log; needs no lock");
-    command->add_option("FILE", arguments.file, "Log file; the configured log without it")
-        ->type_name("");
+    addLogFile(*command, arguments.file);
     addReportForm(command, arguments);
     return command;
 }
@@ -261,8 +255,7 @@ CLI::App *addConfig(CLI::App &app, Arguments &arguments) {
 // A command that takes a log file and nothing else.
 CLI::App *addReader(CLI::App &app, Arguments &arguments, const char *name, const char *what) {
     CLI::App *const command = app.add_subcommand(name, what);
-    command->add_option("FILE", arguments.file, "Log file; the configured log without it")
-        ->type_name("");
+    addLogFile(*command, arguments.file);
     return command;
 }
 

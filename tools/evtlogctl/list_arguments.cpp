@@ -10,6 +10,7 @@
 #include <fmt/format.h>
 
 #include "tools/evtlogctl/failure.h"
+#include "tools/evtlogctl/file_argument.h"
 #include "tools/evtlogctl/time_option.h"
 #include "zuSaHpi_mainlib.h"
 
@@ -144,8 +145,7 @@ CLI::App *addList(CLI::App &app, ListArguments &arguments) {
     CLI::App *const command =
         app.add_subcommand("list", "Print the entries of a log, oldest first; needs no lock");
     command->footer(notes);
-    command->add_option("FILE", arguments.options.file, "Log file; the configured log without it")
-        ->type_name("");
+    addLogFile(*command, arguments.options.file);
     addOrder(*command, arguments.options);
     addFilter(*command, arguments);
     addForm(*command, arguments);
