@@ -531,7 +531,8 @@ TimeReading absoluteTime(const Fields &fields, SaHpiTimeT now) {
     if (__builtin_mul_overflow(seconds, nanosecondsPerSecond, &result) ||
         __builtin_add_overflow(result, time.nanoseconds, &result) ||
         result <= SAHPI_TIME_MAX_RELATIVE) {
-        return {.error = TimeError::dateOutOfRange};
+        return {.error = TimeError::dateOutOfRange,
+                .late = seconds > SAHPI_TIME_MAX_RELATIVE / nanosecondsPerSecond};
     }
     return {.time = result};
 }

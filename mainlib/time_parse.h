@@ -40,6 +40,7 @@ enum class TimeError : int {
 struct TimeReading {
     TimeError error = TimeError::none;
     SaHpiTimeT time = SAHPI_TIME_UNSPECIFIED; // SAHPI_TIME_UNSPECIFIED with every error
+    bool late = false; // with dateOutOfRange: behind the last date, not before the first
 };
 
 // `now` stands for the present: the date of a time alone, and the word "now".

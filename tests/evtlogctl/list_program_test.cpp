@@ -146,6 +146,20 @@ TEST_F(List, BothEndsOfATimeAreListed) {
     EXPECT_EQ(list({"-S", "-100000h"}), all);
 }
 
+// A time before or behind all that an entry can have leaves nothing out.
+TEST_F(List, FarAwayTimes) {
+    EXPECT_EQ(list({"-S", "1970-01-01", "-U", "2300-01-01"}), all);
+}
+
+TEST_F(List, ASpanNeedsItsSign) {
+    EXPECT_EQ(
+        run({"list", "-S", "1h"}).errors,
+        "evtlogctl: \"1h\" is no time without a sign: -1h is so long before now, +1h after the "
+        "start of the controller; see \"evtlogctl list --help\"\n");
+    EXPECT_EQ(run({"list", "-U", "soon"}).errors,
+              "evtlogctl: \"soon\" is no time; see \"evtlogctl list --help\"\n");
+}
+
 // A time is one of the zone that the output is in, wherever the option for the zone stands.
 TEST_F(List, LocalTimeAndUtc) {
     setenv("TZ", "CET-1", 1);
@@ -173,6 +187,7 @@ TEST_F(List, WrongWords) {
          std::vector<std::vector<std::string>>{{"-p", "warning"},
                                                {"-t", "sensor,none"},
                                                {"-S", "soon"},
+                                               {"-S", "1h"},
                                                {"-U", ""},
                                                {"-g", "("},
                                                {"--after-cursor", "1"},

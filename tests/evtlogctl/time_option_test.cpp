@@ -92,6 +92,29 @@ TEST_F(TimeOption, AnEndToTheMillisecond) {
     EXPECT_EQ(parseEnd("soon", now), std::nullopt);
 }
 
+// What lies outside the times that an entry can have stands for the first or the last of them.
+// Below the first lie the times that count from the start of the controller.
+TEST_F(TimeOption, BeyondTheTimesOfEntries) {
+    constexpr std::int64_t first = SAHPI_TIME_MAX_RELATIVE + 1;
+    constexpr std::int64_t last = std::numeric_limits<std::int64_t>::max();
+    for (const char *const text :
+         {"1990-01-01", "1990-01-01 12:00", "1969-12-31T00:00:00Z", "0001-01-01", "01/01/1500",
+          "-11000d", "1000000d ago", "-400000000000000d"}) {
+        EXPECT_EQ(parseMoment(text, now), first) << text;
+        EXPECT_EQ(parseEnd(text, now), first) << text;
+    }
+    for (const char *const text :
+         {"2300-01-01", "2262-04-11T23:47:16.855Z", "9999-12-31 23:59", "12/31/2262"}) {
+        EXPECT_EQ(parseMoment(text, now), last) << text;
+        EXPECT_EQ(parseEnd(text, now), last) << text;
+    }
+    // A zone may take a time over the border.
+    EXPECT_EQ(parseMoment("1997-05-27 00:00", now), parseMoment("1997-05-26T22:00:00Z", now));
+    setenv("TZ", "WEST12", 1);
+    tzset();
+    EXPECT_EQ(parseMoment("2262-04-11 23:00", now), last);
+}
+
 TEST_F(TimeOption, WhatIsNoTime) {
     for (const char *const text : {"",
                                    " ",
@@ -111,10 +134,14 @@ TEST_F(TimeOption, WhatIsNoTime) {
                                    "today 5:16",
                                    "--1h",
                                    "-now",
-                                   "1000000d ago",
                                    "-99999999999999999999s",
-                                   "1970-01-01",
-                                   "2300-01-01"}) {
+                                   "1969-02-29",
+                                   "2300-13-01",
+                                   "1h",
+                                   "1.5s",
+                                   " 90s",
+                                   "2d 3h",
+                                   "0d00:00:42"}) {
         EXPECT_EQ(parseMoment(text, now), std::nullopt) << text;
     }
     EXPECT_EQ(parseMoment(std::string_view("now\0", 4), now), std::nullopt);

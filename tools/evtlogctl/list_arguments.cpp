@@ -111,6 +111,19 @@ template <typename Value>
     return *value;
 }
 
+// As meant(), of a time; a span without its sign is a mistake that is easily made.
+[[nodiscard]] std::int64_t meantTime(std::optional<std::int64_t> moment, const std::string &word,
+                                     SaHpiTimeT now) {
+    if (!moment && word.find(':') == std::string::npos && parseMoment("-" + word, now)) {
+        fail(Status::wrongUsage,
+             "\"{0}\" is no time without a sign: -{0} is so long before now, +{0} after the start "
+             "of "
+             "the controller; see \"{1} list --help\"",
+             word, programName);
+    }
+    return meant(moment, word, "time");
+}
+
 [[nodiscard]] Pattern patternOf(const std::string &text) {
     std::string error;
     Pattern pattern = compilePattern(text, error);
@@ -129,10 +142,10 @@ void settleFilter(EntryFilter &filter, const ListArguments &arguments) {
         filter.types.push_back(meant(eventTypeOf(word), word, "event type"));
     }
     if (const auto &word = arguments.since) {
-        filter.since = meant(parseMoment(*word, now), *word, "time");
+        filter.since = meantTime(parseMoment(*word, now), *word, now);
     }
     if (const auto &word = arguments.until) {
-        filter.until = meant(parseEnd(*word, now), *word, "time");
+        filter.until = meantTime(parseEnd(*word, now), *word, now);
     }
     if (arguments.pattern) {
         filter.message = patternOf(*arguments.pattern);

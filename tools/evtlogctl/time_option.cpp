@@ -16,9 +16,23 @@ namespace {
 
 constexpr std::int64_t nanosecondsPerSecond = 1'000'000'000;
 
-[[nodiscard]] std::optional<std::int64_t> readMoment(const std::string &text, SaHpiTimeT now) {
-    const mainlib::TimeReading reading = mainlib::readTime(text, now);
+// Of a time of day. What lies outside them stands for the nearest one.
+constexpr SaHpiTimeT firstMoment = SAHPI_TIME_MAX_RELATIVE + 1;
+constexpr SaHpiTimeT lastMoment = std::numeric_limits<std::int64_t>::max();
+
+[[nodiscard]] std::optional<std::int64_t> nearestMoment(const mainlib::TimeReading &reading) {
+    if (reading.error == mainlib::TimeError::dateOutOfRange) {
+        return reading.late ? lastMoment : firstMoment;
+    }
     return reading.error == mainlib::TimeError::none ? std::optional(reading.time) : std::nullopt;
+}
+
+// A relative time needs its sign: without one it could mean before now as well.
+[[nodiscard]] std::optional<std::int64_t> readMoment(const std::string &text, SaHpiTimeT now) {
+    const auto moment = nearestMoment(mainlib::readTime(text, now));
+    const std::size_t begin = text.find_first_not_of(" \t");
+    const bool bare = begin != std::string::npos && text[begin] >= '0' && text[begin] <= '9';
+    return moment && bare && *moment < firstMoment ? std::nullopt : moment;
 }
 
 // Of a wall clock that was read as if it stood in UTC, the moment when the local one shows it.
@@ -32,11 +46,10 @@ constexpr std::int64_t nanosecondsPerSecond = 1'000'000'000;
     const std::int64_t moment = std::mktime(&clock);
     SaHpiTimeT result = 0;
     if (__builtin_mul_overflow(moment, nanosecondsPerSecond, &result) ||
-        __builtin_add_overflow(result, wall % nanosecondsPerSecond, &result) ||
-        result <= SAHPI_TIME_MAX_RELATIVE) {
-        return std::nullopt;
+        __builtin_add_overflow(result, wall % nanosecondsPerSecond, &result)) {
+        return lastMoment;
     }
-    return result;
+    return std::max(result, firstMoment);
 }
 
 [[nodiscard]] std::optional<std::int64_t> midnight(SaHpiTimeT now, int daysLater) {
@@ -52,11 +65,16 @@ constexpr std::int64_t nanosecondsPerSecond = 1'000'000'000;
 }
 
 [[nodiscard]] std::optional<std::int64_t> before(SaHpiTimeT now, const std::string &span) {
-    const auto length = readMoment("+" + span, now);
-    if (!length || *length < 0 || *length > SAHPI_TIME_MAX_RELATIVE) {
+    const mainlib::TimeReading length = mainlib::readTime("+" + span, now);
+    if (length.error == mainlib::TimeError::relativeOutOfRange) {
+        return firstMoment;
+    }
+    if (length.error != mainlib::TimeError::none) {
         return std::nullopt;
     }
-    return now - *length;
+    // A clock that was never set gives relative times itself.
+    const SaHpiTimeT moment = now - length.time;
+    return now < firstMoment ? moment : std::max(moment, firstMoment);
 }
 
 // "-1h" and "1h ago"; a colon makes it a time from the start of the controller.
@@ -78,8 +96,12 @@ constexpr std::int64_t nanosecondsPerSecond = 1'000'000'000;
     }
     const SaHpiTimeT wallNow = now + utcOffsetAt(now / nanosecondsPerSecond) * nanosecondsPerSecond;
     for (const char *const rest : {" UTC", " 00:00 UTC"}) {
-        if (const auto wall = readMoment(text + rest, wallNow)) {
-            return fromLocal(*wall);
+        const mainlib::TimeReading wall = mainlib::readTime(text + rest, wallNow);
+        if (wall.error == mainlib::TimeError::none) {
+            return fromLocal(wall.time);
+        }
+        if (wall.error == mainlib::TimeError::dateOutOfRange) {
+            return nearestMoment(wall);
         }
     }
     return std::nullopt;

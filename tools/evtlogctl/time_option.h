@@ -16,8 +16,10 @@ namespace zusahpi::evtlogctl {
 //   2026-11-21                        its beginning in local time
 //   2026-11-21 09:06, 09:06:12.5      local time; a time alone is today's
 //   2026-11-21T09:06:12.250+01:00     a time with an offset or Z
-//   +0d00:00:42, -0d00:00:01          a time that counts from the start of the controller
+//   +0d00:00:42, -0d00:00:01, +1h     a time that counts from the start of the controller
 //   unspecified                       SAHPI_TIME_UNSPECIFIED, which comes before all others
+//
+// A date before or behind all that an entry can have stands for the first or the last of these.
 [[nodiscard]] std::optional<std::int64_t> parseMoment(std::string_view text, SaHpiTimeT now);
 
 // The same for the end of a period: a time that was listed to the millisecond, and so cut off
