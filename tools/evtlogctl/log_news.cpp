@@ -2,6 +2,7 @@
 #include "tools/evtlogctl/log_news.h"
 
 #include <algorithm>
+#include <cstddef>
 
 namespace zusahpi::evtlogctl {
 namespace {
@@ -13,7 +14,7 @@ constexpr std::size_t fewNews = 64; // that are looked for first
 }
 
 [[nodiscard]] bool isKnown(const KnownEntries &known, const FoundEntry &entry) {
-    return known.keys.contains(keyOf(entry));
+    return std::binary_search(known.keys.begin(), known.keys.end(), keyOf(entry));
 }
 
 // The newest entries of the log, back to one that is known or to the oldest. A reading of a log
@@ -35,13 +36,14 @@ constexpr std::size_t fewNews = 64; // that are looked for first
 // So that a log that is followed for years does not fill the memory. What the log holds by now and
 // is not known stays so: nobody was told of it yet.
 void forgetTheOld(KnownEntries &known, const LogReading &read) {
-    std::set<EntryKey> kept;
+    std::vector<EntryKey> kept;
     for (const FoundEntry &entry : read(allEntries).entries) {
         if (isKnown(known, entry)) {
-            kept.insert(keyOf(entry));
+            kept.push_back(keyOf(entry));
         }
     }
     if (!kept.empty()) { // otherwise the log is another one, which the next news will tell
+        std::sort(kept.begin(), kept.end());
         known.keys = std::move(kept);
     }
 }
@@ -49,9 +51,12 @@ void forgetTheOld(KnownEntries &known, const LogReading &read) {
 } // namespace
 
 void learn(KnownEntries &known, const Snapshot &snapshot) {
-    for (const FoundEntry &entry : snapshot.entries) {
-        known.keys.insert(keyOf(entry));
-    }
+    auto &keys = known.keys;
+    const auto before = static_cast<std::ptrdiff_t>(keys.size());
+    keys.resize(keys.size() + snapshot.entries.size());
+    std::transform(snapshot.entries.begin(), snapshot.entries.end(), keys.begin() + before, keyOf);
+    std::sort(keys.begin() + before, keys.end());
+    std::inplace_merge(keys.begin(), keys.begin() + before, keys.end());
 }
 
 News takeNews(KnownEntries &known, const LogReading &read) {

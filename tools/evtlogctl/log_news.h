@@ -7,8 +7,8 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
-#include <set>
 #include <utility>
+#include <vector>
 
 #include "tools/evtlogctl/log_reader.h"
 
@@ -17,7 +17,7 @@ namespace zusahpi::evtlogctl {
 using EntryKey = std::pair<std::uint32_t, std::uint64_t>; // number, fingerprint
 
 struct KnownEntries {
-    std::set<EntryKey> keys;
+    std::vector<EntryKey> keys; // in ascending order: a set would take four times the memory
     std::size_t spare = 20'000; // that the log may not hold any more
 };
 
