@@ -77,13 +77,13 @@ TEST(ReportTimeline, SeveritiesInTheirOrder) {
     Timeline timeline = timelineOver(timesFrom(begin, begin + 2 * second));
     ASSERT_EQ(timeline.slots.size(), 3U);
     std::size_t place = 0;
-    for (const SaHpiSeverityT severity : timelineSeverities) {
+    for (const SaHpiSeverityT severity : zusahpi::sel::severitiesByRank) {
         addToTimeline(timeline, eventOf(begin + second, severity));
         EXPECT_EQ(timeline.slots[1][place++], 1U);
     }
     addToTimeline(timeline, eventOf(begin + second, static_cast<SaHpiSeverityT>(77)));
     EXPECT_EQ(timeline.slots[1].back(), 1U);
-    EXPECT_EQ(countedIn(timeline), timelineSeverities.size() + 1);
+    EXPECT_EQ(countedIn(timeline), zusahpi::sel::severitiesByRank.size() + 1);
 }
 
 TEST(ReportTimeline, WhatIsOutsideDoesNotCount) {

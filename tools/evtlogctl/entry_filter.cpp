@@ -13,17 +13,14 @@
 namespace zusahpi::evtlogctl {
 namespace {
 
-constexpr std::array<SaHpiSeverityT, 6> bySeverity = {
-    SAHPI_CRITICAL, SAHPI_MAJOR, SAHPI_MINOR, SAHPI_INFORMATIONAL, SAHPI_OK, SAHPI_DEBUG};
-
 [[nodiscard]] std::optional<unsigned> rankOf(SaHpiSeverityT severity) {
-    const auto found = std::find(bySeverity.begin(), bySeverity.end(), severity);
-    return found == bySeverity.end() ? std::nullopt
-                                     : std::optional<unsigned>(found - bySeverity.begin());
+    const auto &all = sel::severitiesByRank;
+    const auto found = std::find(all.begin(), all.end(), severity);
+    return found == all.end() ? std::nullopt : std::optional<unsigned>(found - all.begin());
 }
 
 [[nodiscard]] std::optional<unsigned> rankOf(std::string_view word) {
-    for (const SaHpiSeverityT severity : bySeverity) {
+    for (const SaHpiSeverityT severity : sel::severitiesByRank) {
         if (sel::severityName(severity) == word) {
             return rankOf(severity);
         }
@@ -105,8 +102,8 @@ std::optional<SeverityRange> parseSeverityRange(std::string_view text) {
 
 std::string severityWords() {
     std::string text;
-    for (const SaHpiSeverityT severity : bySeverity) {
-        addWord(text, sel::severityName(severity), severity == bySeverity.back());
+    for (const SaHpiSeverityT severity : sel::severitiesByRank) {
+        addWord(text, sel::severityName(severity), severity == sel::severitiesByRank.back());
     }
     return text;
 }

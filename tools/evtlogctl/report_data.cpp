@@ -90,7 +90,7 @@ void putRow(JsonWriter &out, const EventLogEntryRecord &entry) {
 void putSeverities(JsonWriter &out) {
     putKey(out, "Severities");
     out.StartArray();
-    for (const SaHpiSeverityT severity : timelineSeverities) {
+    for (const SaHpiSeverityT severity : sel::severitiesByRank) {
         out.StartObject();
         putNumber(out, "Severity", static_cast<std::uint32_t>(severity));
         putText(out, "Name", sel::severityName(severity));

@@ -54,9 +54,9 @@ void addToTimeline(Timeline &timeline, const SaHpiEventT &event) {
         return;
     }
     const auto severity =
-        std::find(timelineSeverities.begin(), timelineSeverities.end(), event.Severity);
+        std::find(sel::severitiesByRank.begin(), sel::severitiesByRank.end(), event.Severity);
     SlotCounts &counts = timeline.slots[static_cast<std::size_t>(slot)];
-    ++counts[static_cast<std::size_t>(severity - timelineSeverities.begin())];
+    ++counts[static_cast<std::size_t>(severity - sel::severitiesByRank.begin())];
 }
 
 } // namespace zusahpi::evtlogctl

@@ -6,16 +6,14 @@
 #include <cstdint>
 #include <vector>
 
+#include "tools/evtlogctl/sel_severity.h"
 #include "tools/evtlogctl/stat_counts.h"
 #include "zuSaHpi_util.h"
 
 namespace zusahpi::evtlogctl {
 
-// The most severe first; every other value counts as one more.
-inline constexpr std::array<SaHpiSeverityT, 6> timelineSeverities = {
-    SAHPI_CRITICAL, SAHPI_MAJOR, SAHPI_MINOR, SAHPI_INFORMATIONAL, SAHPI_OK, SAHPI_DEBUG};
-
-using SlotCounts = std::array<std::uint32_t, timelineSeverities.size() + 1>;
+// In the order of their rank; every other value counts as one more.
+using SlotCounts = std::array<std::uint32_t, sel::severitiesByRank.size() + 1>;
 
 // All slots are `width` long and begin at a multiple of it, so that days begin at midnight in UTC.
 struct Timeline {

@@ -16,6 +16,7 @@
 // '#' begins a comment, empty lines do not count.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -59,6 +60,10 @@ using SeverityTable = std::vector<SeverityRule>;
 
 // A table as text that parseSeverities reads back.
 [[nodiscard]] std::string severityText(const SeverityTable &table);
+
+// The most severe first.
+inline constexpr std::array<SaHpiSeverityT, 6> severitiesByRank = {
+    SAHPI_CRITICAL, SAHPI_MAJOR, SAHPI_MINOR, SAHPI_INFORMATIONAL, SAHPI_OK, SAHPI_DEBUG};
 
 // "critical"; a number when the value is no severity.
 [[nodiscard]] std::string severityName(SaHpiSeverityT severity);
