@@ -52,8 +52,8 @@ void putSummary(JsonWriter &out, const std::string &path, const CheckedLog &log)
 }
 
 [[nodiscard]] std::string resultText(const std::string &path, const CheckedLog &log,
-                                     ReportForm form) {
-    if (form == ReportForm::json) {
+                                     OutputForm form) {
+    if (form == OutputForm::json) {
         return jsonLinesOf(log.findings) +
                jsonObject([&](JsonWriter &out) { putSummary(out, path, log); }) + "\n";
     }
@@ -63,8 +63,8 @@ void putSummary(JsonWriter &out, const std::string &path, const CheckedLog &log)
 }
 
 [[nodiscard]] std::string salvageText(const std::string &to, std::size_t saved,
-                                      const CheckedLog &log, ReportForm form) {
-    if (form == ReportForm::text) {
+                                      const CheckedLog &log, OutputForm form) {
+    if (form == OutputForm::text) {
         return fmt::format("{}: {} entries saved; the log counts {}\n", shown(to), saved,
                            log.info.sa.Entries);
     }

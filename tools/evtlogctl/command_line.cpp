@@ -42,7 +42,7 @@ struct Arguments {
     StatOptions stat;
     PageOptions report;
     bool allRows = false;
-    std::string reportForm = "text"; // of every command that reports on something as a whole
+    std::string outputForm = "text"; // of every command that reports on something as a whole
     std::string file;                // of every other command
 };
 
@@ -75,12 +75,12 @@ informational:
 }
 
 // Of the names that --output takes where a command reports on something as a whole.
-[[nodiscard]] ReportForm reportFormOf(std::string_view name) {
-    return name == "json" ? ReportForm::json : ReportForm::text;
+[[nodiscard]] OutputForm outputFormOf(std::string_view name) {
+    return name == "json" ? OutputForm::json : OutputForm::text;
 }
 
-void addReportForm(CLI::App *command, Arguments &arguments) {
-    command->add_option("-o,--output", arguments.reportForm, "Form of the output: text or json")
+void addOutputForm(CLI::App *command, Arguments &arguments) {
+    command->add_option("-o,--output", arguments.outputForm, "Form of the output: text or json")
         ->type_name("FORM")
         ->check(CLI::IsMember({"text", "json"}));
 }
@@ -199,7 +199,7 @@ CLI::App *addCheck(CLI::App &app, Arguments &arguments) {
         ->type_name("NEW")
         ->check(wrongName);
     command->add_flag("--all", arguments.check.all, "Print every finding, however many are alike");
-    addReportForm(command, arguments);
+    addOutputForm(command, arguments);
     return command;
 }
 
@@ -213,7 +213,7 @@ CLI::App *addStat(CLI::App &app, Arguments &arguments) {
             ->type_name("N")
             ->check(CLI::NonNegativeNumber);
     command->add_flag("--all", arguments.allRows, "All rows of each table")->excludes(rows);
-    addReportForm(command, arguments);
+    addOutputForm(command, arguments);
     return command;
 }
 
@@ -241,14 +241,14 @@ CLI::App *addInfo(CLI::App &app, Arguments &arguments) {
     CLI::App *const command =
         app.add_subcommand("info", "Print the settings and the fill state of a log; needs no lock");
     addLogFile(*command, arguments.file);
-    addReportForm(command, arguments);
+    addOutputForm(command, arguments);
     return command;
 }
 
 CLI::App *addConfig(CLI::App &app, Arguments &arguments) {
     CLI::App *const command =
         app.add_subcommand("config", "Print the settings and the syslog map of the configuration");
-    addReportForm(command, arguments);
+    addOutputForm(command, arguments);
     return command;
 }
 
@@ -323,10 +323,10 @@ struct Commands {
         return listEntries(arguments.settings, settledOptions(arguments.list));
     }
     if (commands.info->parsed()) {
-        return showInfo(arguments.settings, arguments.file, reportFormOf(arguments.reportForm));
+        return showInfo(arguments.settings, arguments.file, outputFormOf(arguments.outputForm));
     }
     if (commands.stat->parsed()) {
-        arguments.stat.form = reportFormOf(arguments.reportForm);
+        arguments.stat.form = outputFormOf(arguments.outputForm);
         arguments.stat.rows = arguments.allRows ? allEntries : arguments.stat.rows;
         return showStatistics(arguments.settings, arguments.stat);
     }
@@ -334,7 +334,7 @@ struct Commands {
         return writeReport(arguments.settings, arguments.report);
     }
     if (commands.check->parsed()) {
-        arguments.check.form = reportFormOf(arguments.reportForm);
+        arguments.check.form = outputFormOf(arguments.outputForm);
         return checkLogFile(arguments.settings, arguments.check);
     }
     if (commands.unlock->parsed()) {
@@ -352,7 +352,7 @@ struct Commands {
     if (commands.shell->parsed()) {
         return runShell(arguments.settings);
     }
-    return showConfig(arguments.settings, reportFormOf(arguments.reportForm));
+    return showConfig(arguments.settings, outputFormOf(arguments.outputForm));
 }
 
 [[nodiscard]] std::string oneLine(const std::string &text) {

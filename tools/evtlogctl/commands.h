@@ -45,17 +45,17 @@ struct WatchOptions {
 [[nodiscard]] Status listEntries(const Settings &settings, const ListOptions &options);
 
 // Of a command that reports on something as a whole.
-enum class ReportForm : std::uint8_t { text, json };
+enum class OutputForm : std::uint8_t { text, json };
 
 // `file` empty: the configured log.
-[[nodiscard]] Status showInfo(const Settings &settings, const std::string &file, ReportForm form);
+[[nodiscard]] Status showInfo(const Settings &settings, const std::string &file, OutputForm form);
 
-[[nodiscard]] Status showConfig(const Settings &settings, ReportForm form);
+[[nodiscard]] Status showConfig(const Settings &settings, OutputForm form);
 
 struct StatOptions {
     std::string file;      // empty: the configured log
     std::size_t rows = 10; // of each table
-    ReportForm form = ReportForm::text;
+    OutputForm form = OutputForm::text;
 };
 [[nodiscard]] Status showStatistics(const Settings &settings, const StatOptions &options);
 
@@ -72,7 +72,7 @@ struct CheckOptions {
     std::string file;    // empty: the configured log
     std::string salvage; // the file to make of what can be read; empty: none
     bool all = false;    // every finding, however many are alike
-    ReportForm form = ReportForm::text;
+    OutputForm form = OutputForm::text;
 };
 [[nodiscard]] Status checkLogFile(const Settings &settings, const CheckOptions &options);
 

@@ -174,11 +174,11 @@ void putConfig(JsonWriter &out, const Settings &settings, const LogSetup &setup)
 
 } // namespace
 
-Status showConfig(const Settings &settings, ReportForm form) {
+Status showConfig(const Settings &settings, OutputForm form) {
     const LogSetup setup = configure(settings);
     const auto put = [&](JsonWriter &out) { putConfig(out, settings, setup); };
     writeAll(stdout,
-             form == ReportForm::text ? configText(settings, setup) : jsonObject(put) + "\n",
+             form == OutputForm::text ? configText(settings, setup) : jsonObject(put) + "\n",
              standardOutput);
     flushAll(stdout, standardOutput);
     return Status::done;

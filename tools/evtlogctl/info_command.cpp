@@ -52,11 +52,11 @@ namespace {
 
 } // namespace
 
-Status showInfo(const Settings &settings, const std::string &file, ReportForm form) {
+Status showInfo(const Settings &settings, const std::string &file, OutputForm form) {
     const std::string path = logToRead(settings, file);
     const LogInfo read = readLogInfo(path);
     const DescribedLog log{.path = path, .fileSize = read.fileSize, .info = read.info};
-    writeAll(stdout, form == ReportForm::text ? infoText(log) : jsonObject([&](JsonWriter &out) {
+    writeAll(stdout, form == OutputForm::text ? infoText(log) : jsonObject([&](JsonWriter &out) {
                                                                     putInfo(out, log);
                                                                 }) + "\n",
              standardOutput);

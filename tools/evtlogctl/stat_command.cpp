@@ -31,7 +31,7 @@ Status showStatistics(const Settings &settings, const StatOptions &options) {
     const DescribedLog log{.path = file.path(), .fileSize = file.size(), .info = snapshot.info};
     const auto put = [&](JsonWriter &out) { putStatistics(out, log, counts, options.rows); };
     writeAll(stdout,
-             options.form == ReportForm::json
+             options.form == OutputForm::json
                  ? jsonObject(put) + "\n"
                  : statisticsText(log, counts, {.rows = options.rows, .width = outputWidth()}),
              standardOutput);
