@@ -117,8 +117,7 @@ template <typename Value>
     if (!moment && word.find(':') == std::string::npos && parseMoment("-" + word, now)) {
         fail(Status::wrongUsage,
              "\"{0}\" is no time without a sign: -{0} is so long before now, +{0} after the start "
-             "of "
-             "the controller; see \"{1} list --help\"",
+             "of the controller; see \"{1} list --help\"",
              word, programName);
     }
     return meant(moment, word, "time");
