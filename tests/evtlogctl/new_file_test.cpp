@@ -58,6 +58,9 @@ void forbidNameless() {
 
 class NewFiles : public testing::Test {
   protected:
+    NewFiles() {
+        umask(022);
+    }
     std::set<std::string> names() {
         std::set<std::string> found;
         for (const auto &entry : std::filesystem::directory_iterator(folder.path())) {
