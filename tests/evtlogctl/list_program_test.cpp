@@ -568,6 +568,21 @@ TEST_F(Follow, AcrossAFolderThatIsRemoved) {
     EXPECT_EQ(follower.line(), "User: newest\n");
 }
 
+// The system does not tell that a folder goes while a file that was in it is still open.
+TEST_F(Follow, AcrossAFolderThatIsRemovedAfterItsFile) {
+    add("old");
+    Follower follower(followingTheNewest(), errors);
+    EXPECT_EQ(follower.line(), "User: old\n");
+    std::filesystem::remove(log);
+    EXPECT_TRUE(follower.isQuiet());
+    std::filesystem::remove_all(root + "/evtlog");
+    EXPECT_TRUE(follower.isQuiet());
+    add("new");
+    EXPECT_EQ(follower.line(), "User: new\n");
+    add("newest");
+    EXPECT_EQ(follower.line(), "User: newest\n");
+}
+
 // The log is known by a link in another folder: its target goes, comes back, and the link comes to
 // lead elsewhere.
 TEST_F(Follow, ThroughALink) {

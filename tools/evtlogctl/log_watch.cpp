@@ -13,7 +13,6 @@
 
 #include <poll.h>
 #include <sys/inotify.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include "tools/evtlogctl/failure.h"
@@ -64,14 +63,11 @@ bool LogWatch::renew() {
         }
         return id >= 0;
     };
+    // The folder alone does not tell of a file that a link is to lead to, nor that it goes itself
+    // while a file that was in it is still open.
     bool whole = watch(folderOf(path_), folderEvents);
-    if (watch(path_, fileEvents)) {
-        whole = watch(folderOf(realName(path_)), folderEvents) && whole;
-    } else {
-        // The folder tells of a file to come, but not of one that a link is to lead to.
-        struct stat link {};
-        whole = whole && lstat(path_.c_str(), &link) != 0;
-    }
+    whole = watch(path_, fileEvents) && whole;
+    whole = watch(folderOf(realName(path_)), folderEvents) && whole;
     for (const int old : watches_) {
         if (std::find(watches.begin(), watches.end(), old) == watches.end()) {
             (void)inotify_rm_watch(descriptor_, old); // it may have gone by itself

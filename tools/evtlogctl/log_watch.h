@@ -17,7 +17,7 @@ class LogWatch {
     LogWatch &operator=(const LogWatch &) = delete;
 
     // Watches what has the names now. False when that does not tell of everything that may come, as
-    // when the folder is gone: then it is to be renewed after a while.
+    // when file or folder is gone: then it is to be renewed after a while.
     [[nodiscard]] bool renew();
 
     // Returns after a change or after that long (for ever when it is negative). False: nobody reads
