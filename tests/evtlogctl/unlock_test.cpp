@@ -180,7 +180,7 @@ TEST_F(Unlock, ALockThatWasJustTakenIsGivenTime) {
     ASSERT_EQ(pipe(wake), 0);
     const pid_t starting = fork();
     if (starting == 0) {
-        sleep(1); // unlock is waiting by now
+        usleep(300'000); // unlock is waiting by now, for one second at least
         const int fd = open(log.c_str(), O_RDWR);
         pause();
         _exit(fd);

@@ -4,6 +4,7 @@
 // stays out.
 
 #include <algorithm>
+#include <csignal>
 #include <cstdlib>
 #include <iostream>
 #include <string>
@@ -18,6 +19,16 @@ namespace {
 constexpr int passed = 0;
 constexpr int leftOut = 77; // taken out by the filter
 
+constexpr unsigned longEnough = 900; // seconds; a test that takes longer fails, and not for ever
+
+// Who starts a program in the background, or with nohup, may have it ignore signals. Tests send
+// them to programs that they start, and those take over what is ignored.
+void ignoreNoSignal() {
+    for (const int signal : {SIGHUP, SIGINT, SIGQUIT, SIGPIPE, SIGTERM, SIGCHLD}) {
+        (void)std::signal(signal, SIG_DFL);
+    }
+}
+
 // Returns passed, leftOut, or anything else for a failure.
 int runInAChild(const std::string &test) {
     const std::string filter = testing::GTEST_FLAG(filter);
@@ -25,6 +36,7 @@ int runInAChild(const std::string &test) {
     std::cout.flush();
     const pid_t child = fork();
     if (child == 0) {
+        alarm(longEnough);
         testing::GTEST_FLAG(filter) = test + takenOut;
         testing::GTEST_FLAG(brief) = true;
         const int result = RUN_ALL_TESTS();
@@ -63,6 +75,7 @@ int runEachInAChild(bool stopAtAFailure) {
 
 int main(int argumentCount, char **arguments) {
     testing::InitGoogleTest(&argumentCount, arguments);
+    ignoreNoSignal();
     (void)setenv("TZ", "UTC0", 1); // times are in UTC in every text that a test expects
     const char *wanted = std::getenv("ZUSAHPI_FORK_TESTS");
     return wanted != nullptr ? runEachInAChild(std::string_view(wanted) == "stop")
