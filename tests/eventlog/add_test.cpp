@@ -439,6 +439,19 @@ TEST_F(Add, ANewestEntryWithAnotherNumberIsReportedAndChangesNothing) {
     }
 }
 
+TEST_F(Add, ADeletedNewestEntryTakesNoSuccessor) {
+    startDamaged(linked, wrap, [](EventLogInfoRecord &) {});
+    FileImage image = file();
+    EventLogEntryRecord newest = image.entry(2);
+    newest.deleted = 1;
+    image.setEntry(newest);
+    writeLog(image);
+    EXPECT_EQ(tryAdd(3), SA_ERR_HPI_NO_RESPONSE);
+    EXPECT_EQ(diagnostics(), "");
+    EXPECT_EQ(file().bytes, image.bytes);
+    EXPECT_EQ(store.transaction, nullptr);
+}
+
 TEST_F(Add, ANewestEntryOutsideTheLogIsReported) {
     startDamaged(linked, wrap, [](EventLogInfoRecord &) {});
     store.info.maxUsed = 1;

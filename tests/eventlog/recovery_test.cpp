@@ -84,6 +84,23 @@ TEST_F(Recovery, AShrunkCircularLogIsReportedOnce) {
     EXPECT_EQ(diagnostics(), resizedCircular); // nothing was left that could be lost
 }
 
+// As a file system leaves it that makes a file longer before its data are there.
+TEST_F(Recovery, AnInfoRecordOfZerosBecomesAnEmptySimpleLog) {
+    writeLog(FileImage{std::string(80, '\0')});
+    inChild([] {
+        start(simple, drop, 5);
+        EXPECT_EQ(diagnostics(), "");
+        EXPECT_EQ(file().info().oldest, none);
+        EXPECT_EQ(file().info().newest, none);
+        EXPECT_EQ(file().info().freeHead, none);
+        add(1);
+        add(2);
+    });
+    EXPECT_EQ(file().entries(), 2U);
+    EXPECT_EQ(tagInFile(1), 1);
+    EXPECT_EQ(tagInFile(2), 2);
+}
+
 // Zeros alone are an info record that never reached the disk; what else is damaged stays as it is.
 TEST_F(Recovery, EndsThatDoNotFitTheEntriesAreKept) {
     struct Ends {
