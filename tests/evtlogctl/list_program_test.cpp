@@ -424,6 +424,13 @@ class Follow : public List {
     std::vector<std::string> followingTheNewest() {
         return following({"-n", "1"});
     }
+    // The first add makes the folder and the file.
+    void expectNewLogFollowed(Follower &follower) {
+        for (const std::string text : {"new", "newest"}) {
+            add(text);
+            EXPECT_EQ(follower.line(), "User: " + text + "\n");
+        }
+    }
     std::string errors = folder.file("errors");
 };
 
@@ -550,10 +557,7 @@ TEST_F(Follow, AcrossAFolderThatIsMovedAway) {
     EXPECT_EQ(follower.line(), "User: old\n");
     std::filesystem::rename(root + "/evtlog", root + "/moved");
     EXPECT_TRUE(follower.isQuiet());
-    add("new"); // makes the folder
-    EXPECT_EQ(follower.line(), "User: new\n");
-    add("newest");
-    EXPECT_EQ(follower.line(), "User: newest\n");
+    expectNewLogFollowed(follower);
 }
 
 TEST_F(Follow, AcrossAFolderThatIsRemoved) {
@@ -562,10 +566,7 @@ TEST_F(Follow, AcrossAFolderThatIsRemoved) {
     EXPECT_EQ(follower.line(), "User: old\n");
     std::filesystem::remove_all(root + "/evtlog");
     EXPECT_TRUE(follower.isQuiet());
-    add("new");
-    EXPECT_EQ(follower.line(), "User: new\n");
-    add("newest");
-    EXPECT_EQ(follower.line(), "User: newest\n");
+    expectNewLogFollowed(follower);
 }
 
 // The system does not tell that a folder goes while a file that was in it is still open.
@@ -577,10 +578,7 @@ TEST_F(Follow, AcrossAFolderThatIsRemovedAfterItsFile) {
     EXPECT_TRUE(follower.isQuiet());
     std::filesystem::remove_all(root + "/evtlog");
     EXPECT_TRUE(follower.isQuiet());
-    add("new");
-    EXPECT_EQ(follower.line(), "User: new\n");
-    add("newest");
-    EXPECT_EQ(follower.line(), "User: newest\n");
+    expectNewLogFollowed(follower);
 }
 
 // The log is known by a link in another folder: its target goes, comes back, and the link comes to
