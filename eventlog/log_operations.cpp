@@ -95,7 +95,7 @@ SaErrorT zuSaHpiEventLogTimeSet(SaHpiTimeT time) {
     EventLogInfoRecord workingCopy;
     beginTransaction(workingCopy);
     workingCopy.timeOffset = timeDifference(time, zuSaHpiGetTimeofDay());
-    (void)commitTransaction(); // as above
+    (void)commitTransaction(); // served also when it fails, which is printed
     return SA_OK;
 }
 
@@ -120,7 +120,7 @@ SaErrorT zuSaHpiEventLogStateSet(SaHpiBoolT enable) {
     EventLogInfoRecord workingCopy;
     beginTransaction(workingCopy);
     workingCopy.sa.Enabled = enabled;
-    (void)commitTransaction(); // as above
+    (void)commitTransaction(); // served also when it fails, which is printed
     return SA_OK;
 }
 
