@@ -2,13 +2,18 @@
 // process has the log open, not while it cannot be seen whether one has, and not a lock that was
 // just taken.
 #include <algorithm>
+#include <array>
 #include <csignal>
+#include <cstring>
 #include <functional>
+#include <thread>
 
 #include <fcntl.h>
 #include <linux/capability.h>
 #include <sys/prctl.h>
+#include <sys/socket.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -30,19 +35,26 @@ using test_support::writeFile;
 // A user of this test alone: tests at the same time look into the processes of theirs.
 const auto nobody = static_cast<uid_t>(1'000'000 + getpid());
 
-// A process that runs `body` and waits to be killed; ready when the constructor returns.
+void pauseForEver() {
+    while (true) {
+        pause();
+    }
+}
+
+// A process that runs `body` and then, when the constructor has returned, `rest` until it is
+// killed.
 class Bystander {
   public:
-    explicit Bystander(const std::function<void()> &body) {
+    explicit Bystander(const std::function<void()> &body,
+                       const std::function<void()> &rest = pauseForEver) {
         int ready[2] = {-1, -1};
         EXPECT_EQ(pipe(ready), 0);
         id_ = fork();
         if (id_ == 0) {
             body();
             (void)!write(ready[1], "x", 1);
-            while (true) {
-                pause();
-            }
+            rest();
+            _exit(1);
         }
         char byte = 0;
         EXPECT_EQ(read(ready[0], &byte, 1), 1);
@@ -95,6 +107,18 @@ std::string ownCommand() {
     text.pop_back();
     std::replace(text.begin(), text.end(), '\0', ' ');
     return text;
+}
+
+// Until the first thread of a process is in that state.
+void awaitState(const std::string &process, char state) {
+    const std::string wanted = std::string("State:\t") + state;
+    for (int tries = 0; tries < 10'000; ++tries) {
+        if (readFile("/proc/" + process + "/status").find(wanted) != std::string::npos) {
+            return;
+        }
+        usleep(1'000);
+    }
+    ADD_FAILURE() << "process " << process << " does not come to state " << state;
 }
 
 TEST_F(Unlock, ALockThatWasLeftBehind) {
@@ -158,6 +182,29 @@ TEST_F(Unlock, AProcessThatTheLockFileNames) {
     EXPECT_EQ(unlock().exitStatus, 0);
 }
 
+// The first thread has ended, and with it what the process itself shows of its open files.
+TEST_F(Unlock, AProcessWhoseFirstThreadHasEnded) {
+    const Bystander holder(
+        [this] {
+            EXPECT_GE(open(log.c_str(), O_RDWR), 0);
+            std::thread(pauseForEver).detach();
+        },
+        [] { syscall(SYS_exit, 0); });
+    awaitState(holder.id(), 'Z');
+    expectRefusal(unlock(), log + " is in use by process " + holder.id() + " (" + ownCommand() +
+                                "); its lock stays");
+}
+
+// A process that was killed holds nothing, although its parent does not want to know yet.
+TEST_F(Unlock, AKilledProcessThatNobodyHasWaitedFor) {
+    const Bystander killed([] {});
+    writeFile(lock, killed.id() + "\n");
+    kill(std::stoi(killed.id()), SIGKILL);
+    awaitState(killed.id(), 'Z');
+    EXPECT_EQ(unlock().exitStatus, 0);
+    EXPECT_FALSE(exists(lock));
+}
+
 // The real thing: a process holds the lock as the library takes it, and is killed.
 TEST_F(Unlock, AKilledProcess) {
     unlink(lock.c_str());
@@ -201,6 +248,27 @@ TEST_F(Unlock, WhatIsNoLockFile) {
 }
 
 // ---- Other users --------------------------------------------------------------------------------
+
+// Opens the file for writing and leaves it to the socket alone.
+void sendOpenFile(int socket, const std::string &path) {
+    const int fd = open(path.c_str(), O_RDWR);
+    ASSERT_GE(fd, 0);
+    char byte = 'x';
+    iovec data = {.iov_base = &byte, .iov_len = 1};
+    alignas(cmsghdr) std::array<char, CMSG_SPACE(sizeof fd)> control{};
+    msghdr message{};
+    message.msg_iov = &data;
+    message.msg_iovlen = 1;
+    message.msg_control = control.data();
+    message.msg_controllen = control.size();
+    cmsghdr *const header = CMSG_FIRSTHDR(&message);
+    header->cmsg_level = SOL_SOCKET;
+    header->cmsg_type = SCM_RIGHTS;
+    header->cmsg_len = CMSG_LEN(sizeof fd);
+    std::memcpy(CMSG_DATA(header), &fd, sizeof fd);
+    EXPECT_EQ(sendmsg(socket, &message, 0), 1);
+    close(fd);
+}
 
 class UnlockAsUser : public Unlock {
   protected:
@@ -252,6 +320,38 @@ TEST_F(UnlockAsUser, ALockOfOnesOwn) {
     EXPECT_FALSE(exists(lock));
 }
 
+// What ends between two looks is no process that hides its files.
+TEST_F(UnlockAsUser, WhileProcessesOfOthersComeAndGo) {
+    constexpr int logs = 100;
+    for (int i = 0; i < logs; ++i) {
+        log = root + "/evtlog/" + std::to_string(i);
+        lock = log + ".lck";
+        writeFile(log, "");
+        writeFile(lock, "");
+        ASSERT_EQ(chown(lock.c_str(), nobody, nobody), 0);
+    }
+    sleep(2); // the locks are old enough then
+    const auto comeAndGo = [] {
+        while (true) {
+            for (int i = 0; i < 20; ++i) {
+                if (fork() == 0) {
+                    usleep(100);
+                    _exit(0);
+                }
+            }
+            while (wait(nullptr) > 0) {
+            }
+        }
+    };
+    const Bystander one([] {}, comeAndGo);
+    const Bystander another([] {}, comeAndGo);
+    for (int i = 0; i < logs; ++i) {
+        log = root + "/evtlog/" + std::to_string(i);
+        const Result result = unlockAsNobody();
+        EXPECT_EQ(result.exitStatus, 0) << result.errors;
+    }
+}
+
 TEST_F(UnlockAsUser, AProcessOfOnesOwnThatCannotBeLookedInto) {
     ASSERT_EQ(chown(lock.c_str(), nobody, nobody), 0);
     const Bystander hidden([] {
@@ -280,6 +380,23 @@ TEST_F(UnlockAsUser, AProcessThatCannotBeLookedIntoAndALogThatNobodyWrites) {
                                             " open; run this as root");
     }
     const Bystander another(hide);
+    EXPECT_EQ(unlockAsNobody().exitStatus, 0);
+    EXPECT_FALSE(exists(lock));
+}
+
+// On its way from one process to another the log is open, although no process shows it: as those
+// of another container show nothing.
+TEST_F(UnlockAsUser, AnOpenLogThatNoProcessShows) {
+    ASSERT_EQ(chown(lock.c_str(), nobody, nobody), 0);
+    ASSERT_EQ(chown(log.c_str(), nobody, nobody), 0);
+    int ends[2] = {-1, -1};
+    ASSERT_EQ(socketpair(AF_UNIX, SOCK_STREAM, 0, ends), 0);
+    sendOpenFile(ends[0], log);
+    expectRefusal(unlockAsNobody(),
+                  log + " is in use by a process that cannot be seen from here, as one of another "
+                        "container may be; its lock stays");
+    close(ends[0]);
+    close(ends[1]);
     EXPECT_EQ(unlockAsNobody().exitStatus, 0);
     EXPECT_FALSE(exists(lock));
 }

@@ -1,18 +1,18 @@
-// The open files of all processes, from /proc; and of those that hide theirs, what a lease tells:
+// The open files of all processes, from /proc; and of those that are hidden, what a lease tells:
 // the system gives one for reading only while no process has the file open for writing.
+//
+// Processes and threads end while they are looked at. What has ended uses nothing.
 #include "tools/evtlogctl/lock_users.h"
 
 #include <algorithm>
-#include <cctype>
+#include <array>
 #include <cerrno>
 #include <charconv>
 #include <csignal>
-#include <cstring>
-#include <fstream>
-#include <iterator>
 #include <memory>
 #include <sstream>
 #include <string_view>
+#include <vector>
 
 #include <dirent.h>
 #include <fcntl.h>
@@ -36,16 +36,39 @@ using Folder = std::unique_ptr<DIR, int (*)(DIR *)>;
     return fmt::format("{}/{}", proc, id);
 }
 
-[[nodiscard]] std::string contentsOf(const std::string &path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+enum class Answer { yes, no, hidden };
+
+// A process or a thread.
+[[nodiscard]] bool hasEnded(int error) {
+    return error == ENOENT || error == ESRCH;
+}
+
+struct Contents {
+    std::string text;
+    int error = 0; // an errno
+};
+
+[[nodiscard]] Contents contentsOf(const std::string &path) {
+    const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    if (descriptor < 0) {
+        return {.text = {}, .error = errno};
+    }
+    Contents contents;
+    std::array<char, 4096> part{};
+    ssize_t count = 0;
+    while ((count = read(descriptor, part.data(), part.size())) > 0) {
+        contents.text.append(part.data(), static_cast<std::size_t>(count));
+    }
+    contents.error = count < 0 ? errno : 0;
+    close(descriptor);
+    return contents;
 }
 
 // The arguments, or for a process without any its name.
-[[nodiscard]] std::string commandOf(pid_t id) {
-    std::string text = contentsOf(processFolder(id) + "/cmdline");
+[[nodiscard]] std::string commandOf(const std::string &thread) {
+    std::string text = contentsOf(thread + "/cmdline").text;
     if (text.empty()) {
-        text = contentsOf(processFolder(id) + "/comm");
+        text = contentsOf(thread + "/comm").text;
     }
     while (!text.empty() && (text.back() == '\0' || text.back() == '\n')) {
         text.pop_back();
@@ -54,16 +77,32 @@ using Folder = std::unique_ptr<DIR, int (*)(DIR *)>;
     return printable(reinterpret_cast<const unsigned char *>(text.data()), text.size());
 }
 
-enum class Answer { yes, no, hidden };
-
-// The process, or its use of a file.
-[[nodiscard]] bool hasEnded(int error) {
-    return error == ENOENT || error == ESRCH;
+[[nodiscard]] std::optional<pid_t> idFrom(std::string_view name) {
+    pid_t id = 0;
+    const auto [end, error] = std::from_chars(name.begin(), name.end(), id);
+    return error == std::errc{} && end == name.end() ? std::optional(id) : std::nullopt;
 }
 
-[[nodiscard]] Answer hasOpen(pid_t id, const struct stat &file) {
-    const std::string path = processFolder(id) + "/fd";
+// The folders of its threads: the first may have ended before the others, and shows nothing then,
+// and each may have open files of its own. Of a process that hides them, its own folder.
+[[nodiscard]] std::vector<std::string> threadsOf(pid_t process) {
+    const std::string path = processFolder(process) + "/task";
     const Folder folder = openFolder(path);
+    if (folder == nullptr) {
+        return hasEnded(errno) ? std::vector<std::string>{} : std::vector{processFolder(process)};
+    }
+    std::vector<std::string> threads;
+    // cppcheck-suppress readdirCalled ; readdir_r() is deprecated
+    while (const dirent *const entry = readdir(folder.get())) {
+        if (idFrom(entry->d_name)) {
+            threads.push_back(path + "/" + entry->d_name);
+        }
+    }
+    return threads;
+}
+
+[[nodiscard]] Answer hasOpen(const std::string &thread, const struct stat &file) {
+    const Folder folder = openFolder(thread + "/fd");
     if (folder == nullptr) {
         return hasEnded(errno) ? Answer::no : Answer::hidden;
     }
@@ -81,28 +120,57 @@ enum class Answer { yes, no, hidden };
     return answer;
 }
 
-[[nodiscard]] std::optional<pid_t> processId(std::string_view name) {
-    pid_t id = 0;
-    const auto [end, error] = std::from_chars(name.begin(), name.end(), id);
-    return error == std::errc{} && end == name.end() ? std::optional(id) : std::nullopt;
+// What follows the name of a field in the status of a thread.
+[[nodiscard]] std::istringstream field(const std::string &status, std::string_view name) {
+    std::istringstream lines(status);
+    for (std::string line; std::getline(lines, line);) {
+        if (line.starts_with(name)) {
+            return std::istringstream(line.substr(name.size()));
+        }
+    }
+    return {};
+}
+
+// One that was killed closes its files before its parent has taken notice of it.
+[[nodiscard]] bool livesBy(const Contents &status) {
+    char state = 0;
+    field(status.text, "State:") >> state;
+    return !hasEnded(status.error) && state != 'Z' && state != 'X';
 }
 
 // Whether any of its user ids is that of the owner. The owner of its folder is not asked: the
 // system gives the folder of a process that hides its files to root.
-[[nodiscard]] bool belongsTo(pid_t id, uid_t owner) {
-    std::istringstream status(contentsOf(processFolder(id) + "/status"));
-    for (std::string line; std::getline(status, line);) {
-        if (line.starts_with("Uid:")) {
-            std::istringstream ids(line.substr(std::string_view("Uid:").size()));
-            for (uid_t each = 0; ids >> each;) {
-                if (each == owner) {
-                    return true;
-                }
-            }
-            return false;
+[[nodiscard]] bool belongsTo(const Contents &status, uid_t owner) {
+    std::istringstream ids = field(status.text, "Uid:");
+    bool told = false;
+    for (uid_t each = 0; ids >> each; told = true) {
+        if (each == owner) {
+            return true;
         }
     }
-    return true; // nothing is known of it
+    return !told;
+}
+
+struct Use {
+    Answer answer = Answer::no;
+    std::string command;
+};
+
+[[nodiscard]] Use useBy(pid_t process, const struct stat &file, uid_t owner) {
+    Use use;
+    for (const std::string &thread : threadsOf(process)) {
+        const Answer answer = hasOpen(thread, file);
+        if (answer == Answer::yes) {
+            return {.answer = answer, .command = commandOf(thread)};
+        }
+        if (answer == Answer::hidden) {
+            const Contents status = contentsOf(thread + "/status");
+            if (livesBy(status) && belongsTo(status, owner)) {
+                use = {.answer = answer, .command = commandOf(thread)};
+            }
+        }
+    }
+    return use;
 }
 
 } // namespace
@@ -116,39 +184,44 @@ Users usersOf(const struct stat &file, uid_t owner) {
     Users users;
     // cppcheck-suppress readdirCalled ; readdir_r() is deprecated
     while (const dirent *const entry = readdir(folder.get())) {
-        const std::optional<pid_t> id = processId(entry->d_name);
+        const std::optional<pid_t> id = idFrom(entry->d_name);
         if (!id || *id == getpid()) {
             continue;
         }
-        const Answer answer = hasOpen(*id, file);
-        if (answer == Answer::yes) {
-            users.first = Process{.id = *id, .command = commandOf(*id)};
+        const Use use = useBy(*id, file, owner);
+        if (use.answer == Answer::yes) {
+            users.first = Process{.id = *id, .command = use.command};
             break;
         }
-        if (answer == Answer::hidden && belongsTo(*id, owner)) {
-            users.unknown = Process{.id = *id, .command = commandOf(*id)};
+        if (use.answer == Answer::hidden) {
+            users.unknown = Process{.id = *id, .command = use.command};
         }
     }
     return users;
 }
 
-bool surelyUnwritten(const std::string &path) {
+Writers writersOf(const std::string &path) {
     const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
     if (descriptor < 0) {
-        return false;
+        return Writers::unknown;
     }
     // Someone who opens the file at this moment waits for the lease, and that comes as a signal.
     (void)std::signal(SIGIO, SIG_IGN);
-    const bool unwritten = fcntl(descriptor, F_SETLEASE, F_RDLCK) == 0;
+    Writers writers = Writers::none;
+    if (fcntl(descriptor, F_SETLEASE, F_RDLCK) != 0) {
+        writers = errno == EAGAIN ? Writers::some : Writers::unknown;
+    }
     close(descriptor); // ends the lease
-    return unwritten;
+    return writers;
 }
 
 std::optional<Process> processOf(pid_t id) {
-    if (id <= 0 || access(processFolder(id).c_str(), F_OK) != 0) {
-        return std::nullopt;
+    for (const std::string &thread : threadsOf(id)) {
+        if (livesBy(contentsOf(thread + "/status"))) {
+            return Process{.id = id, .command = commandOf(thread)};
+        }
     }
-    return Process{.id = id, .command = commandOf(id)};
+    return std::nullopt;
 }
 
 } // namespace zusahpi::evtlogctl

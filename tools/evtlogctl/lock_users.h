@@ -1,7 +1,6 @@
 // Who uses a log file: the processes of this machine that have it open.
 #pragma once
 
-#include <cstdint>
 #include <optional>
 #include <string>
 
@@ -24,10 +23,11 @@ struct Users {
 // all be looked into. Throws Failure without a /proc.
 [[nodiscard]] Users usersOf(const struct stat &file, uid_t owner);
 
-// True when no process of this machine has the file open for writing, whoever it belongs to. False
-// also when the system does not say: it does so only to the owner of the file and to root, and not
-// on every file system.
-[[nodiscard]] bool surelyUnwritten(const std::string &path);
+// Whether processes of this machine have the file open for writing, whoever they belong to and
+// wherever they hide, as the system itself counts them. It tells only the owner of the file and
+// root, and not on every file system.
+enum class Writers { none, some, unknown };
+[[nodiscard]] Writers writersOf(const std::string &path);
 
 // The process of that id, empty when it has ended.
 [[nodiscard]] std::optional<Process> processOf(pid_t id);

@@ -5,14 +5,16 @@
 // between the look and the removal only another unlock could put someone else's lock in its place;
 // unlocks keep each other off by a lock on the folder. The lock file belongs to the user whose
 // process took it: all processes of that user must be open to view, those of others need not be.
-// Where one is not, the system itself must say that nobody has the log open for writing.
+// Where one is not, the system itself must say that nobody has the log open for writing; and where
+// it says that someone has, the lock stays whatever the processes show.
 #include <algorithm>
 #include <cerrno>
 #include <charconv>
 #include <chrono>
 #include <ctime>
 #include <fstream>
-#include <iterator>
+#include <ios>
+#include <optional>
 #include <string>
 #include <thread>
 
@@ -34,6 +36,9 @@ constexpr uid_t superuser = 0;
 
 // From taking the lock to opening the log is a matter of microseconds.
 constexpr std::time_t longEnough = 2; // seconds
+
+// Of the id of a process in a lock file, with the blanks before it.
+constexpr std::streamsize longestNumber = 64; // bytes
 
 // Held while it lives.
 class FolderLock {
@@ -70,7 +75,9 @@ class FolderLock {
 // Some programs write their process id into the lock file; the library leaves it empty.
 [[nodiscard]] std::optional<Process> namedIn(const std::string &lock) {
     std::ifstream file(lock, std::ios::binary);
-    const std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+    std::string text(longestNumber, '\0');
+    file.read(text.data(), longestNumber);
+    text.resize(static_cast<std::size_t>(file.gcount()));
     const std::size_t begin = std::min(text.find_first_not_of(" \t\n"), text.size());
     pid_t id = 0;
     const auto [end, error] = std::from_chars(text.data() + begin, text.data() + text.size(), id);
@@ -103,11 +110,21 @@ void refuseUnlessUnused(const std::string &path, const std::string &lock,
         refuseUsed(path, *users.first);
     }
     // A holder of the lock has the log open for writing.
-    if (users.unknown && !surelyUnwritten(path)) {
+    const Writers writers = writersOf(path);
+    if (writers == Writers::none) {
+        return;
+    }
+    if (users.unknown) {
         fail(Status::systemRefused, "it cannot be seen whether process {} ({}) has {} open; {}",
              users.unknown->id, users.unknown->command, path,
              user == superuser ? "run this as a root that may look into it (CAP_SYS_PTRACE)"
                                : "run this as root");
+    }
+    if (writers == Writers::some) {
+        fail(Status::systemRefused,
+             "{} is in use by a process that cannot be seen from here, as one of another container "
+             "may be; its lock stays",
+             path);
     }
 }
 
