@@ -10,6 +10,8 @@
 
 #include <fcntl.h>
 #include <linux/capability.h>
+#include <sys/file.h>
+#include <sys/mount.h>
 #include <sys/prctl.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
@@ -23,6 +25,7 @@
 #include "tests/evtlogctl/sample_logs.h"
 #include "tests/evtlogctl/sel_samples.h"
 #include "tests/support/files.h"
+#include "tests/support/mount_namespace.h"
 
 namespace {
 
@@ -87,6 +90,25 @@ class Unlock : public testing::Test {
     }
     Result unlock() {
         return program::run({"--root", root, "unlock"});
+    }
+    // Another process does something while unlock gives a new lock its time: one second at least.
+    Result unlockWhile(const std::function<void()> &body) {
+        const pid_t other = fork();
+        if (other == 0) {
+            const int fd = open((root + "/evtlog").c_str(), O_RDONLY);
+            while (flock(fd, LOCK_EX | LOCK_NB) == 0) { // until unlock has it
+                flock(fd, LOCK_UN);
+                usleep(1'000);
+            }
+            body();
+            _exit(0);
+        }
+        unlink(lock.c_str());
+        writeFile(lock, "");
+        const Result result = unlock();
+        kill(other, SIGKILL);
+        waitpid(other, nullptr, 0);
+        return result;
     }
     void expectRefusal(const Result &result, const std::string &line) {
         EXPECT_EQ(result.exitStatus, 4);
@@ -223,22 +245,27 @@ TEST_F(Unlock, AKilledProcess) {
 
 // A process between taking the lock and opening the log has the log not open yet.
 TEST_F(Unlock, ALockThatWasJustTakenIsGivenTime) {
-    int wake[2] = {-1, -1};
-    ASSERT_EQ(pipe(wake), 0);
-    const pid_t starting = fork();
-    if (starting == 0) {
-        usleep(300'000); // unlock is waiting by now, for one second at least
+    const Result result = unlockWhile([this] {
         const int fd = open(log.c_str(), O_RDWR);
         pause();
         _exit(fd);
-    }
-    unlink(lock.c_str());
-    writeFile(lock, "");
-    const Result result = unlock();
-    kill(starting, SIGKILL);
-    waitpid(starting, nullptr, 0);
+    });
     EXPECT_EQ(result.exitStatus, 4) << result.output;
     EXPECT_TRUE(exists(lock));
+}
+
+TEST_F(Unlock, ALockThatAnotherProcessTakesInTheMeantime) {
+    const Result result = unlockWhile([this] {
+        unlink(lock.c_str());
+        writeFile(lock, "");
+    });
+    expectRefusal(result, "another process has just locked " + log + "; its lock stays");
+}
+
+TEST_F(Unlock, ALockThatGoesInTheMeantime) {
+    const Result result = unlockWhile([this] { unlink(lock.c_str()); });
+    EXPECT_EQ(result.exitStatus, 1);
+    EXPECT_EQ(result.errors, "evtlogctl: " + log + " is not locked\n");
 }
 
 TEST_F(Unlock, WhatIsNoLockFile) {
@@ -318,6 +345,36 @@ TEST_F(UnlockAsUser, ALockOfOnesOwn) {
     const Result result = unlockAsNobody();
     EXPECT_EQ(result.exitStatus, 0) << result.errors;
     EXPECT_FALSE(exists(lock));
+}
+
+TEST_F(UnlockAsUser, AFolderThatForbidsIt) {
+    const std::string logs = root + "/evtlog";
+    ASSERT_EQ(chown(lock.c_str(), nobody, nobody), 0);
+    ASSERT_EQ(chmod(logs.c_str(), 0755), 0);
+    expectRefusal(unlockAsNobody(), lock + " cannot be removed: Permission denied; check the "
+                                           "permissions of its folder");
+    ASSERT_EQ(chmod(logs.c_str(), 0711), 0);
+    expectRefusal(unlockAsNobody(), "the folder " + logs +
+                                        " cannot be locked: Permission denied; check its "
+                                        "permissions");
+    ASSERT_EQ(chmod(logs.c_str(), 0700), 0);
+    expectRefusal(unlockAsNobody(),
+                  lock + " cannot be examined: Permission denied; check its permissions");
+}
+
+// As in a chroot environment.
+TEST_F(UnlockAsUser, WhereNoProcessesCanBeSeen) {
+    const Result result = unlockAfter([] {
+        if (!test_support::enterMountNamespace() ||
+            mount("none", "/proc", "tmpfs", 0, nullptr) != 0) {
+            _exit(test_support::notPermitted);
+        }
+    });
+    if (result.exitStatus == test_support::notPermitted) {
+        GTEST_SKIP() << "no private mount namespace here: /proc cannot be hidden";
+    }
+    expectRefusal(result, "/proc cannot be read: No such file or directory; without it nobody "
+                          "knows who uses a log");
 }
 
 // What ends between two looks is no process that hides its files.

@@ -177,7 +177,8 @@ struct Use {
 
 Users usersOf(const struct stat &file, uid_t owner) {
     const Folder folder = openFolder(proc);
-    if (folder == nullptr) {
+    // Where it is not mounted there may be an empty folder.
+    if (folder == nullptr || access(fmt::format("{}/self/fd", proc).c_str(), R_OK) != 0) {
         fail(Status::systemRefused, "{} cannot be read: {}; without it nobody knows who uses a log",
              proc, systemError());
     }

@@ -89,36 +89,27 @@ class FolderLock {
          process.command);
 }
 
-void refuseUnlessUnused(const std::string &path, const std::string &lock,
-                        const struct stat &lockStatus) {
+void refuseOthersLock(const std::string &path, uid_t owner) {
     const uid_t user = geteuid();
-    if (user != superuser && lockStatus.st_uid != user) {
+    if (user != superuser && owner != user) {
         fail(Status::systemRefused,
              "the lock of {} belongs to user {}, whose processes only root can look into; run this "
              "as root",
-             path, lockStatus.st_uid);
+             path, owner);
     }
-    if (const std::optional<Process> holder = namedIn(lock)) {
-        refuseUsed(path, *holder);
-    }
-    struct stat log {};
-    if (!examine(path, log)) {
-        return; // a log that is not there is open nowhere
-    }
-    const Users users = usersOf(log, lockStatus.st_uid);
-    if (users.first) {
-        refuseUsed(path, *users.first);
-    }
-    // A holder of the lock has the log open for writing.
+}
+
+// A holder of the lock has the log open for writing. `unknown` is a process that may have it open.
+void refuseUnseenUse(const std::string &path, const std::optional<Process> &unknown) {
     const Writers writers = writersOf(path);
     if (writers == Writers::none) {
         return;
     }
-    if (users.unknown) {
+    if (unknown) {
         fail(Status::systemRefused, "it cannot be seen whether process {} ({}) has {} open; {}",
-             users.unknown->id, users.unknown->command, path,
-             user == superuser ? "run this as a root that may look into it (CAP_SYS_PTRACE)"
-                               : "run this as root");
+             unknown->id, unknown->command, path,
+             geteuid() == superuser ? "run this as a root that may look into it (CAP_SYS_PTRACE)"
+                                    : "run this as root");
     }
     if (writers == Writers::some) {
         fail(Status::systemRefused,
@@ -126,6 +117,21 @@ void refuseUnlessUnused(const std::string &path, const std::string &lock,
              "may be; its lock stays",
              path);
     }
+}
+
+void refuseUnlessUnused(const std::string &path, const std::string &lock, uid_t owner) {
+    if (const std::optional<Process> holder = namedIn(lock)) {
+        refuseUsed(path, *holder);
+    }
+    struct stat log {};
+    if (!examine(path, log)) {
+        return; // a log that is not there is open nowhere
+    }
+    const Users users = usersOf(log, owner);
+    if (users.first) {
+        refuseUsed(path, *users.first);
+    }
+    refuseUnseenUse(path, users.unknown);
 }
 
 void waitUntilOldEnough(const struct stat &lock) {
@@ -159,7 +165,8 @@ Status unlockLog(const Settings &settings, const std::string &file) {
     }
     const FolderLock only(folderOf(path));
     waitUntilOldEnough(before);
-    refuseUnlessUnused(path, lock, before);
+    refuseOthersLock(path, before.st_uid);
+    refuseUnlessUnused(path, lock, before.st_uid);
     struct stat after {};
     if (!examine(lock, after)) {
         return noLock(path);
