@@ -10,7 +10,10 @@ set(public_headers $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include>
                    $<INSTALL_INTERFACE:${header_folder}>)
 
 add_library(zuSaHpi_util_objects OBJECT)
-set_target_properties(zuSaHpi_util_objects PROPERTIES POSITION_INDEPENDENT_CODE ON)
+# Each file is an object of its own, whatever else is compiled together: what is tested is what is
+# shipped, and programs take from the static library what they use.
+set_target_properties(zuSaHpi_util_objects PROPERTIES POSITION_INDEPENDENT_CODE ON
+                                                      UNITY_BUILD OFF)
 target_include_directories(zuSaHpi_util_objects PRIVATE ${PROJECT_SOURCE_DIR}/include
                                                         ${PROJECT_SOURCE_DIR})
 target_link_libraries(zuSaHpi_util_objects PRIVATE zusahpi_library)

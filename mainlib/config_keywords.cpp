@@ -7,6 +7,7 @@
 #include <charconv>
 #include <limits>
 
+#include "mainlib/letter_case.h"
 #include "mainlib/syslog_levels.h"
 #include "zuSaHpi_default_mainlib.h"
 
@@ -87,16 +88,6 @@ constexpr std::array keywords = {
     Keyword{"SyslogSuppressResource", ZUSAHPI_CONF_SYSLOG_SUPPRESS_RESOURCE, ZUSAHPI_CONF_SYSLOG,
             ValueKind::word, booleans},
 };
-
-// Not <cctype>: the keywords are the same in every locale.
-constexpr char lower(char character) {
-    return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a')
-                                                : character;
-}
-
-bool sameWord(std::string_view left, std::string_view right) {
-    return std::ranges::equal(left, right, {}, lower, lower);
-}
 
 // Decimal digits, or hexadecimal ones after 0x, and nothing else.
 std::optional<std::uint32_t> numberOf(std::string_view text) {

@@ -46,6 +46,7 @@
 #include <optional>
 
 #include "mainlib/clock.h"
+#include "mainlib/letter_case.h"
 #include "zuSaHpi_mainlib.h"
 
 namespace zusahpi::mainlib {
@@ -98,11 +99,6 @@ bool isDigit(char character) {
     return character >= '0' && character <= '9';
 }
 
-char lower(char character) {
-    return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a')
-                                                : character;
-}
-
 // The next character in lower case, NUL at the end; a NUL in the text counts as no other.
 char peek(std::string_view field) {
     return field.empty() ? '\0' : lower(field.front());
@@ -113,18 +109,6 @@ bool accept(std::string_view &field, char character) {
         return false;
     }
     field.remove_prefix(1);
-    return true;
-}
-
-bool sameWord(std::string_view text, std::string_view word) {
-    if (text.size() != word.size()) {
-        return false;
-    }
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (lower(text[i]) != word[i]) {
-            return false;
-        }
-    }
     return true;
 }
 

@@ -1,14 +1,16 @@
 #!/usr/bin/env bash
-# Static analysis of the library, the default main library and the tool. Nothing may be found.
-# usage: check_analysis.sh BUILD_FOLDER (for the compile commands)
+# Static analysis of the library, the default main library and the tool, each source by itself.
+# Nothing may be found.
 set -euo pipefail
-build=$1
+cd "$(dirname "$0")/../.."
 folders=(util constants config display eventlog frontends mainlib tools)
 
 cppcheck --enable=warning,performance,portability --inline-suppr --error-exitcode=1 --quiet \
     --std=c++20 --library=posix -j "$(nproc)" -Iinclude -I. "${folders[@]}"
 echo "cppcheck: nothing found"
 
+build=build/analysis # for its compile commands; nothing is built
+cmake --preset analysis >/dev/null
 pattern=$(IFS='|' && echo "/(${folders[*]})/[a-z0-9_/]+\.cpp$")
 # One of the two line editors is built, and no other source may be left out.
 listed=$(git ls-files -- "${folders[@]/%//*.cpp}" | grep -v /line_editor_)

@@ -53,7 +53,7 @@ Race *newRace() {
     return memory == MAP_FAILED ? nullptr : new (memory) Race;
 }
 
-EventLogControlBlock block() {
+EventLogControlBlock smallBlock() {
     return store_test::controlBlock(store_test::simple, store_test::drop, 3);
 }
 
@@ -100,7 +100,7 @@ pid_t racer() {
     while (!race->go) {
         sched_yield();
     }
-    startLog(block());
+    startLog(smallBlock());
     beginHolding();
     do {
         rest();

@@ -18,9 +18,7 @@ using store_test::none;
 
 namespace {
 
-constexpr std::size_t recordLength = 1496;
 constexpr std::size_t slotsStart = 80;
-constexpr std::size_t entriesStart = 6064;
 constexpr std::size_t idOffset = 16;
 constexpr std::size_t updatingOffset = 72;
 constexpr std::size_t whole = 0xFFFFFFFF; // a file that is not cut

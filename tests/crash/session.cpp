@@ -22,7 +22,6 @@ using store_test::none;
 using zusahpi::eventlog::store;
 using zusahpi::eventlog::StoreState;
 
-constexpr std::size_t entriesStart = 6064;
 constexpr std::size_t infoLength = 80;
 constexpr std::size_t linksLength = 16; // deleted, prev, next and a reserved word
 

@@ -5,6 +5,7 @@
 // of its own is tested (linked_crash_test.cpp).
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -14,6 +15,10 @@
 #include "zuSaHpi_util.h"
 
 namespace crash_test {
+
+// Of the log file.
+inline constexpr std::size_t recordLength = 1496;
+inline constexpr std::size_t entriesStart = 6064;
 
 // The log and its lock, in a scratch folder in memory where the machine has one: it is written
 // synchronously some hundred thousand times, and no test here pulls the plug.

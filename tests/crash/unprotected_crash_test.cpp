@@ -28,9 +28,6 @@ using test_support::FileEvent;
 
 namespace {
 
-constexpr std::size_t entriesStart = 6064;
-constexpr std::size_t recordLength = 1496;
-
 std::vector<Scenario> scenarios() {
     std::vector<Scenario> all = simpleScenarios();
     const std::vector<Scenario> circular = circularScenarios();

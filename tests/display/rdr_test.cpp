@@ -24,7 +24,7 @@ SaHpiRdrT recordOf(uint32_t type) {
     return rdr;
 }
 
-std::string headOf(const std::string &instrument, const std::string &indent = "") {
+std::string rdrHead(const std::string &instrument, const std::string &indent = "") {
     const std::string lines = indent + std::string(10, ' ');
     return indent + "RDR Record # 12\n" + indent + instrument + "\n" + indent + "IdString: \n" +
            lines + "DataType     3: Text\n" + lines + "Language     25: English\n" + lines +
@@ -53,7 +53,7 @@ TEST(Rdr, APrivateRecordHasNoNumber) {
 TEST(Rdr, UnknownTypesHaveNoNumberAndNoIndent) {
     for (const uint32_t type : {0U, 6U, 0x80000000U, 0xFFFFFFFFU}) {
         const Printed printed = display(recordOf(type), "> ");
-        EXPECT_EQ(printed.text, headOf("??? 0", "> ") + "Unknown RDR Type\n\n");
+        EXPECT_EQ(printed.text, rdrHead("??? 0", "> ") + "Unknown RDR Type\n\n");
         EXPECT_EQ(printed.result, 1);
     }
 }
@@ -86,7 +86,7 @@ TEST(Rdr, Control) {
     control.DefaultMode = {SAHPI_CTRL_MODE_AUTO, SAHPI_FALSE};
     control.WriteOnly = SAHPI_FALSE;
     control.Oem = 0;
-    EXPECT_EQ(display(rdr, "> ").text, headOf("Control 4294967295", "> ") +
+    EXPECT_EQ(display(rdr, "> ").text, rdrHead("Control 4294967295", "> ") +
                                            "\n"
                                            "> Control Output Type  0: Generic\n"
                                            "> Control Type         0: Digital\n"
@@ -142,20 +142,20 @@ TEST(Rdr, TheCallerChoosesTheAccuracysEncoding) {
 TEST(Rdr, Inventory) {
     SaHpiRdrT rdr = recordOf(SAHPI_INVENTORY_RDR);
     rdr.RdrTypeUnion.InventoryRec = {.IdrId = 0, .Persistent = 0x80, .Oem = 0xFFFFFFFF};
-    EXPECT_EQ(display(rdr, "> ").text, headOf("Inventory 0", "> ") + "> Persistent = Yes\n"
-                                                                     "> Oem = 4294967295\n"
-                                                                     "\n");
+    EXPECT_EQ(display(rdr, "> ").text, rdrHead("Inventory 0", "> ") + "> Persistent = Yes\n"
+                                                                      "> Oem = 4294967295\n"
+                                                                      "\n");
     rdr.RdrTypeUnion.InventoryRec = {.IdrId = 0x80000000, .Persistent = 0, .Oem = 1};
-    EXPECT_EQ(display(rdr).text, headOf("Inventory 2147483648") + "Persistent = No\n"
-                                                                  "Oem = 1\n"
-                                                                  "\n");
+    EXPECT_EQ(display(rdr).text, rdrHead("Inventory 2147483648") + "Persistent = No\n"
+                                                                   "Oem = 1\n"
+                                                                   "\n");
 }
 
 TEST(Rdr, Watchdog) {
     SaHpiRdrT rdr = recordOf(SAHPI_WATCHDOG_RDR);
     rdr.RdrTypeUnion.WatchdogRec = {.WatchdogNum = 0x80000000, .Oem = 0xFFFFFFFF};
     EXPECT_EQ(display(rdr, "> ").text,
-              headOf("Watchdog 2147483648", "> ") + "> Oem = 4294967295\n\n");
+              rdrHead("Watchdog 2147483648", "> ") + "> Oem = 4294967295\n\n");
 }
 
 TEST(Rdr, Annunciator) {
@@ -165,7 +165,7 @@ TEST(Rdr, Annunciator) {
                                        .ModeReadOnly = 0x80,
                                        .MaxConditions = 0xFFFFFFFF,
                                        .Oem = 0x80000000};
-    EXPECT_EQ(display(rdr, "> ").text, headOf("Annunciator 3", "> ") +
+    EXPECT_EQ(display(rdr, "> ").text, rdrHead("Annunciator 3", "> ") +
                                            "> Type 3: Lcd Display\n"
                                            "> Read Only Mode\n"
                                            "> Max Conditions = 4294967295\n"
@@ -177,10 +177,10 @@ TEST(Rdr, Annunciator) {
                                        .ModeReadOnly = SAHPI_FALSE,
                                        .MaxConditions = 0,
                                        .Oem = 0};
-    EXPECT_EQ(display(rdr).text, headOf("Annunciator 4294967295") + "Type 4294967295\n"
-                                                                    "Max Conditions = 0\n"
-                                                                    "Oem = 0\n"
-                                                                    "\n");
+    EXPECT_EQ(display(rdr).text, rdrHead("Annunciator 4294967295") + "Type 4294967295\n"
+                                                                     "Max Conditions = 0\n"
+                                                                     "Oem = 0\n"
+                                                                     "\n");
 }
 
 TEST(Rdr, DataAndIndentAreNoFormats) {

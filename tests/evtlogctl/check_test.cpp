@@ -36,10 +36,6 @@ constexpr int sound = 0;
 constexpr int notices = 1;
 constexpr int damaged = 3;
 
-#define INFO(member) offsetof(EventLogInfoRecord, member)
-#define IN_ENTRY(number, member)                                                                   \
-    (static_cast<std::size_t>(eventlog::entryOffset(number)) +                                     \
-     offsetof(EventLogEntryRecord, member))
 #define IN_SLOT(slot, member)                                                                      \
     (static_cast<std::size_t>(eventlog::slotOffset(slot)) + offsetof(EventLogEntryRecord, member))
 

@@ -71,10 +71,6 @@ class List : public testing::Test {
     const std::string all = readFile(dataFile("server.list.txt"));
 };
 
-std::size_t linesOf(const std::string &text) {
-    return static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n'));
-}
-
 // The lines of a listing that hold a word.
 std::string linesWith(const std::string &text, const std::string &word) {
     std::string found;
@@ -98,14 +94,14 @@ TEST_F(List, NewestThatFit) {
     EXPECT_EQ(list({"--lines=10000"}), all);
     EXPECT_EQ(list({"-n", "0"}), "");
     const std::string critical = linesWith(all, "  critical  ");
-    ASSERT_GT(linesOf(critical), 2U);
+    ASSERT_GT(program::lineCount(critical), 2U);
     EXPECT_EQ(list({"-p", "critical", "-n", "1"}), lastLine(critical));
     EXPECT_EQ(list({"-p", "critical", "-n", "10000"}), critical);
 }
 
 TEST_F(List, Reversed) {
     const std::string reversed = list({"-r"});
-    EXPECT_EQ(linesOf(reversed), linesOf(all));
+    EXPECT_EQ(program::lineCount(reversed), program::lineCount(all));
     EXPECT_EQ(reversed.substr(0, reversed.find('\n') + 1), lastLine(all));
     EXPECT_EQ(lastLine(reversed), all.substr(0, all.find('\n') + 1));
     EXPECT_EQ(list({"-r", "-n", "1"}), lastLine(all));
@@ -120,7 +116,7 @@ TEST_F(List, BySeverity) {
 TEST_F(List, ByType) {
     EXPECT_EQ(list({"-t", "oem"}), linesWith(all, "OEM record"));
     const std::string watchdog = linesWith(all, " Watchdog 2 ");
-    ASSERT_EQ(linesOf(watchdog), 1U);
+    ASSERT_EQ(program::lineCount(watchdog), 1U);
     EXPECT_EQ(list({"-t", "watchdog"}), watchdog);
     EXPECT_EQ(list({"-t", "sensor,oem,watchdog"}), all);
     EXPECT_EQ(list({"-t", "sensor", "--type=oem", "-t", "watchdog"}), all);
@@ -168,8 +164,8 @@ TEST_F(List, LocalTimeAndUtc) {
     EXPECT_EQ(list({"-n", "1", "--utc"}), lastLine(all));
     EXPECT_EQ(list({"-S", "2024-02-20 02:40:43", "-U", "2024-02-20 02:40:43", "--utc"}),
               linesWith(all, "2024-02-20T02:40:43Z"));
-    EXPECT_EQ(linesOf(list({"-S", "2024-02-20 03:40:43", "-U", "2024-02-20 03:40:43"})),
-              linesOf(linesWith(all, "2024-02-20T02:40:43Z")));
+    EXPECT_EQ(program::lineCount(list({"-S", "2024-02-20 03:40:43", "-U", "2024-02-20 03:40:43"})),
+              program::lineCount(linesWith(all, "2024-02-20T02:40:43Z")));
 }
 
 TEST_F(List, NothingFits) {
@@ -200,7 +196,7 @@ TEST_F(List, WrongWords) {
         const Result result = run(words);
         EXPECT_EQ(result.exitStatus, 2) << arguments[0];
         EXPECT_EQ(result.output, "");
-        EXPECT_EQ(linesOf(result.errors), 1U) << result.errors;
+        EXPECT_EQ(program::lineCount(result.errors), 1U) << result.errors;
     }
 }
 
@@ -243,7 +239,7 @@ TEST_F(List, NothingButEntriesInJson) {
     for (const char *const form : {"json", "json-journal", "cat", "csv"}) {
         const Result result = run({"list", "-n1", "-o", form, "--show-cursor"});
         EXPECT_EQ(result.output.find("cursor: "), std::string::npos) << form;
-        EXPECT_EQ(linesOf(result.output), std::string(form) == "csv" ? 2U : 1U);
+        EXPECT_EQ(program::lineCount(result.output), std::string(form) == "csv" ? 2U : 1U);
         EXPECT_NE(cursorIn(result.errors), "");
     }
 }
@@ -255,8 +251,8 @@ TEST_F(List, Forms) {
     EXPECT_EQ(list({"-o", "short-iso", "-n", "1"}).substr(0, 55),
               "   234  2024-02-20T02:40:43.000000000Z  minor          ");
     EXPECT_EQ(list({"-o", "cat", "-n", "1"}), lastLine(all).substr(66));
-    EXPECT_EQ(linesOf(list({"-o", "csv"})), linesOf(all) + 1);
-    EXPECT_EQ(linesOf(list({"-o", "json-journal"})), linesOf(all));
+    EXPECT_EQ(program::lineCount(list({"-o", "csv"})), program::lineCount(all) + 1);
+    EXPECT_EQ(program::lineCount(list({"-o", "json-journal"})), program::lineCount(all));
     EXPECT_EQ(list({"-o", "verbose", "-n", "1"}).substr(0, 13), "EntryId: 234\n");
 }
 
@@ -325,7 +321,7 @@ TEST_F(List, PagesWithLessUnlessToldElse) {
 TEST_F(List, LeavingThePagerIsNoFailure) {
     const Result left = onTerminal(withRoot({"list"}), {{"PAGER", "head -n 1"}});
     EXPECT_EQ(left.exitStatus, 0);
-    EXPECT_EQ(linesOf(left.output), 1U);
+    EXPECT_EQ(program::lineCount(left.output), 1U);
 }
 
 // Of a log of 1234 entries it gets the newest 1000, unless it is told how many.
@@ -338,7 +334,7 @@ TEST_F(List, PagerAtItsEnd) {
     const program::Environment pager = {{"PAGER", "sed -n '1p;$p'"}};
     const auto ends = [&](const std::vector<std::string> &arguments) {
         const std::string shown = onTerminal(withRoot(arguments), pager).output;
-        EXPECT_EQ(linesOf(shown), 2U);
+        EXPECT_EQ(program::lineCount(shown), 2U);
         return shown.substr(0, 8) + lastLine(shown).substr(0, 8);
     };
     EXPECT_EQ(ends({"list"}), "     1    1234  ");

@@ -9,13 +9,14 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/times.h"
 #include "tools/evtlogctl/time_option.h"
 
 namespace {
 
+using times::second;
 using namespace zusahpi::evtlogctl;
 
-constexpr SaHpiTimeT second = 1'000'000'000;
 constexpr SaHpiTimeT winter = 1'702'959'411 * second; // 2023-12-19T04:16:51Z
 constexpr SaHpiTimeT summer = 1'689'739'011 * second; // 2023-07-19T03:56:51Z
 

@@ -1,6 +1,7 @@
 // Goal: a file that is being made has no name before it is whole, and what ends its making, be it
-// SIGKILL, leaves nothing behind; a file that must be new replaces none, one that replaces another
-// does so at once; and all of that but for SIGKILL also where no file without a name can be made.
+// SIGKILL, leaves nothing behind; a file that must be new replaces nothing, one that replaces
+// another does so at once; and all of that but for SIGKILL also where no file without a name can be
+// made.
 #include "tools/evtlogctl/new_file.h"
 
 #include <array>
@@ -167,9 +168,9 @@ void runUntilKilled(const std::vector<const char *> &arguments) {
     const pid_t child = fork();
     if (child == 0) {
         const rlimit most = {.rlim_cur = 4096, .rlim_max = 4096};
-        const rlimit none = {.rlim_cur = 0, .rlim_max = 0};
+        const rlimit nothing = {.rlim_cur = 0, .rlim_max = 0};
         setrlimit(RLIMIT_FSIZE, &most);
-        setrlimit(RLIMIT_CORE, &none);
+        setrlimit(RLIMIT_CORE, &nothing);
         execv(EVTLOGCTL_PROGRAM, const_cast<char *const *>(arguments.data()));
         _exit(126);
     }

@@ -2,6 +2,7 @@
 
 #include "tests/evtlogctl/program.h"
 
+#include <algorithm>
 #include <array>
 #include <csignal>
 #include <cstdlib>
@@ -192,6 +193,10 @@ int finish(pid_t process) {
         throw std::runtime_error("cannot wait for the program");
     }
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+std::size_t lineCount(const std::string &output) {
+    return static_cast<std::size_t>(std::count(output.begin(), output.end(), '\n'));
 }
 
 } // namespace program

@@ -1,6 +1,7 @@
 // Runs the built evtlogctl as a user would.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <utility>
 #include <vector>
@@ -47,5 +48,7 @@ pid_t startWith(const std::vector<std::string> &arguments, int output, const std
 
 // Waits for it and returns its exit status.
 int finish(pid_t process);
+
+[[nodiscard]] std::size_t lineCount(const std::string &output);
 
 } // namespace program

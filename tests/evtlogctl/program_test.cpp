@@ -65,10 +65,6 @@ class Program : public testing::Test {
     std::string log = root + "/evtlog/evtlog.dat";
 };
 
-std::size_t linesOf(const std::string &text) {
-    return static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n'));
-}
-
 // ---- Import, export and list --------------------------------------------------------------------
 
 TEST_F(Program, SampleFilesAreImportedListedAndExported) {
@@ -87,7 +83,7 @@ TEST_F(Program, SampleFilesAreImportedListedAndExported) {
     EXPECT_EQ(exported.output, all);
     const Result list = run({"list"});
     EXPECT_EQ(list.exitStatus, 0);
-    EXPECT_EQ(linesOf(list.output), count);
+    EXPECT_EQ(program::lineCount(list.output), count);
     EXPECT_FALSE(exists(log + ".lck"));
 }
 
@@ -239,7 +235,7 @@ TEST_F(Program, SyslogOptionForwardsWhateverTheConfigurationSays) {
     const Result result =
         run({"--syslog=stderr", "import", "--all", dataFile("labelled-bytes.txt")});
     EXPECT_EQ(result.exitStatus, 0);
-    EXPECT_EQ(linesOf(result.errors), 2U);
+    EXPECT_EQ(program::lineCount(result.errors), 2U);
     EXPECT_TRUE(result.errors.starts_with("notice: HPI: Sensor 131")) << result.errors;
 }
 
@@ -247,7 +243,7 @@ TEST_F(Program, SyslogLinesToStandardError) {
     configure("circular", "Size=100\nSyslog=yes {}");
     const Result result = run({"--syslog=stderr", "import", dataFile("labelled-bytes.txt")});
     EXPECT_EQ(result.exitStatus, 0);
-    EXPECT_EQ(linesOf(result.errors), 2U);
+    EXPECT_EQ(program::lineCount(result.errors), 2U);
     EXPECT_EQ(result.errors.substr(0, result.errors.find('\n')),
               "notice: HPI: Sensor 131 - Resource 51 SMI handler System Event 0x83 (System Event) "
               "Asserted 0x0020 State 05");
@@ -303,7 +299,7 @@ TEST_F(Program, BrokenLines) {
     const Result result = import(file);
     EXPECT_EQ(result.exitStatus, 1);
     EXPECT_EQ(result.output, file + ": 2 records read, 2 added, 0 already known\n");
-    EXPECT_EQ(linesOf(result.errors), 6U);
+    EXPECT_EQ(program::lineCount(result.errors), 6U);
     EXPECT_EQ(result.errors.substr(0, result.errors.find('\n')),
               "evtlogctl: " + file + ": at offset " +
                   std::to_string(readFile(dataFile("labelled-bytes.txt")).size() + 18) +
@@ -364,7 +360,7 @@ TEST_F(Program, DamagedLog) {
     writeFile(log, bytes);
     const Result list = run({"list"});
     EXPECT_EQ(list.exitStatus, 3);
-    EXPECT_EQ(linesOf(list.output), 6U);
+    EXPECT_EQ(program::lineCount(list.output), 6U);
     EXPECT_EQ(list.errors, "evtlogctl: " + log +
                                " is damaged: entry 4 calls itself 99; only the "
                                "entries after that are listed\n");
@@ -418,7 +414,7 @@ TEST_F(Program, Info) {
         EXPECT_EQ(valueOf(info.output, "Enabled"), "yes");
         EXPECT_EQ(valueOf(info.output, "User event data"), "at most 80 bytes");
         EXPECT_EQ(valueOf(info.output, "Interrupted update"), "no");
-        EXPECT_EQ(linesOf(info.output), 17U);
+        EXPECT_EQ(program::lineCount(info.output), 17U);
     }
 }
 
@@ -475,7 +471,7 @@ TEST_F(Program, ErrorsOfTheConfiguration) {
     writeFile(config, "EventLog=round\n");
     const Result wrong = run({"config"});
     EXPECT_EQ(wrong.exitStatus, 2);
-    EXPECT_EQ(linesOf(wrong.errors), 1U);
+    EXPECT_EQ(program::lineCount(wrong.errors), 1U);
     EXPECT_EQ(wrong.errors.substr(0, 15 + config.size()), "evtlogctl: " + config + ":1:1");
     const Result missing = program::run({"config", "--config", folder.file("none")});
     expectFailure(missing, folder.file("none") + ": cannot be read: No such file or directory; "
@@ -524,7 +520,7 @@ TEST_F(Program, WrongUsageIsOneLineAndStatusTwo) {
         const std::string last = arguments.empty() ? "" : arguments.back();
         EXPECT_EQ(result.exitStatus, 2) << last;
         EXPECT_EQ(result.output, "") << last;
-        EXPECT_EQ(linesOf(result.errors), 1U) << result.errors;
+        EXPECT_EQ(program::lineCount(result.errors), 1U) << result.errors;
         EXPECT_EQ(result.errors.substr(0, 11), "evtlogctl: ") << last;
         EXPECT_NE(result.errors.find("; see \"evtlogctl --help\"\n"), std::string::npos) << last;
     }
@@ -646,7 +642,7 @@ TEST_F(Program, HeldLock) {
                                   log +
                                   " is locked by another process; wait until it has ended, or, if "
                                   "it was killed, remove its lock with \"evtlogctl unlock\"\n");
-    EXPECT_EQ(linesOf(run({"list"}).output), 30U);
+    EXPECT_EQ(program::lineCount(run({"list"}).output), 30U);
     EXPECT_EQ(run({"info"}).exitStatus, 0);
     EXPECT_EQ(run({"export"}).output, readFile(dataFile("misc-30.sel")));
     EXPECT_TRUE(exists(log + ".lck"));
@@ -691,8 +687,8 @@ TEST_F(Program, ListWhileAnotherProcessAdds) {
         EXPECT_EQ(list.exitStatus, 0);
         EXPECT_EQ(list.errors, "");
         EXPECT_EQ(list.output, expected.substr(0, list.output.size()));
-        EXPECT_GE(linesOf(list.output), lines);
-        lines = linesOf(list.output);
+        EXPECT_GE(program::lineCount(list.output), lines);
+        lines = program::lineCount(list.output);
     }
     EXPECT_EQ(WEXITSTATUS(status), 0);
     EXPECT_EQ(run({"list"}).output, expected);

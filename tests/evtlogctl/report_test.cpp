@@ -27,10 +27,6 @@ using test_support::readFile;
 using test_support::ScratchFolder;
 using test_support::writeFile;
 
-#define IN_ENTRY(number, member)                                                                   \
-    (static_cast<std::size_t>(zusahpi::eventlog::entryOffset(number)) +                            \
-     offsetof(EventLogEntryRecord, member))
-
 const std::string dataBegin = R"(<script type="application/json" id="data">)";
 
 // The piece of a page that is its data.

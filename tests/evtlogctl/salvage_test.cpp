@@ -31,11 +31,6 @@ using test_support::writeFile;
 
 constexpr std::uint32_t none = eventlog::noEntry;
 
-#define INFO(member) offsetof(EventLogInfoRecord, member)
-#define IN_ENTRY(number, member)                                                                   \
-    (static_cast<std::size_t>(eventlog::entryOffset(number)) +                                     \
-     offsetof(EventLogEntryRecord, member))
-
 using Numbers = std::vector<std::uint32_t>;
 
 class Salvage : public testing::Test {

@@ -6,7 +6,14 @@
 #include <cstring>
 #include <string>
 
+#include "eventlog/log_format.h"
 #include "zuSaHpi_util.h"
+
+// Where a member lies in the file: of the info record, of the entry of this number.
+#define INFO(member) offsetof(EventLogInfoRecord, member)
+#define IN_ENTRY(number, member)                                                                   \
+    (static_cast<std::size_t>(zusahpi::eventlog::entryOffset(number)) +                            \
+     offsetof(EventLogEntryRecord, member))
 
 namespace sample_logs {
 

@@ -7,15 +7,15 @@
 #include <gtest/gtest.h>
 
 #include "tests/evtlogctl/sel_samples.h"
+#include "tests/support/times.h"
 
 namespace {
 
+using times::second;
 using namespace zusahpi::sel;
 using sel_samples::record;
 
 using Bytes = std::initializer_list<std::uint8_t>;
-
-constexpr SaHpiTimeT second = 1'000'000'000;
 
 SaHpiEventT eventOf(const Record &from, const Mapping &mapping = {}) {
     return toEvent(from, mapping).event;

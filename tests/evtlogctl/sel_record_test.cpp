@@ -12,7 +12,7 @@ using sel_samples::record;
 
 TEST(SelRecord, FieldsOfASystemEvent) {
     const Record event = record("cc 07 02 a5 07 94 67 20 01 04 01 5a 81 59 7f 6b");
-    EXPECT_EQ(kindOf(event), Kind::systemEvent);
+    EXPECT_EQ(kindOf(event), zusahpi::sel::Kind::systemEvent);
     EXPECT_EQ(recordId(event), 0x07CCU);
     EXPECT_EQ(timeOf(event), 0x679407A5U);
     EXPECT_EQ(littleEndian(event, offset::generator, 2), 0x0120U);
@@ -30,9 +30,9 @@ TEST(SelRecord, KindsByType) {
     Record each;
     for (unsigned type = 0; type <= 0xFF; ++type) {
         each.bytes[offset::type] = static_cast<std::uint8_t>(type);
-        const Kind expected = type < 0xC0   ? Kind::systemEvent
-                              : type < 0xE0 ? Kind::timedOem
-                                            : Kind::untimedOem;
+        const zusahpi::sel::Kind expected = type < 0xC0   ? zusahpi::sel::Kind::systemEvent
+                                            : type < 0xE0 ? zusahpi::sel::Kind::timedOem
+                                                          : zusahpi::sel::Kind::untimedOem;
         EXPECT_EQ(kindOf(each), expected) << type;
     }
 }

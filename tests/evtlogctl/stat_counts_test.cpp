@@ -9,13 +9,14 @@
 #include "eventlog/log_format.h"
 #include "tests/evtlogctl/sample_logs.h"
 #include "tests/support/files.h"
+#include "tests/support/times.h"
 
 namespace {
 
+using times::day;
 using namespace zusahpi;
 using namespace zusahpi::evtlogctl;
 
-constexpr SaHpiTimeT day = 86'400'000'000'000;
 constexpr SaHpiTimeT begin = 1'700'000'000'000'000'000;
 
 EventLogEntryRecord entryOf(SaHpiTimeT time, std::uint32_t source, SaHpiSeverityT severity) {

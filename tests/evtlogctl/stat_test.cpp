@@ -7,6 +7,7 @@
 #include "tests/evtlogctl/sample_logs.h"
 #include "tests/evtlogctl/sel_samples.h"
 #include "tests/support/files.h"
+#include "tests/support/times.h"
 
 namespace {
 
@@ -15,12 +16,8 @@ using sample_logs::Kind;
 using sample_logs::put;
 using test_support::ScratchFolder;
 using test_support::writeFile;
+using times::hour;
 
-#define IN_ENTRY(number, member)                                                                   \
-    (static_cast<std::size_t>(zusahpi::eventlog::entryOffset(number)) +                            \
-     offsetof(EventLogEntryRecord, member))
-
-constexpr SaHpiTimeT hour = 3'600'000'000'000;
 constexpr SaHpiTimeT moment = 1'700'000'000'000'000'000; // of all sample entries
 
 class Stat : public testing::Test {

@@ -1,5 +1,6 @@
 // Goal: whatever a user writes as a time means what it says, in local time, and nothing else is
 // taken for one.
+#include "tests/support/times.h"
 #include "tools/evtlogctl/time_option.h"
 
 #include <cstdlib>
@@ -10,12 +11,12 @@
 
 namespace {
 
+using times::day;
+using times::hour;
+using times::second;
 using zusahpi::evtlogctl::parseEnd;
 using zusahpi::evtlogctl::parseMoment;
 
-constexpr SaHpiTimeT second = 1'000'000'000;
-constexpr SaHpiTimeT hour = 3600 * second;
-constexpr SaHpiTimeT day = 24 * hour;
 constexpr SaHpiTimeT now = 1'702'959'411 * second; // 2023-12-19T05:16:51+01:00, a Tuesday
 constexpr SaHpiTimeT today = now - 5 * hour - 16 * 60 * second - 51 * second;
 

@@ -337,17 +337,17 @@ TEST_F(Watch, AFailureIsSaidOnceAndItsReadingNotUsed) {
 TEST_F(Watch, AnotherFailureIsSaidToo) {
     controllerHas(someRecords(1, 3));
     control("exit 1");
-    const std::string first = "evtlogctl: sh ended with exit status 1; check the controller, it is "
-                              "asked again and again\n";
+    const std::string once = "evtlogctl: sh ended with exit status 1; check the controller, it is "
+                             "asked again and again\n";
     start();
-    expectErrors(first);
+    expectErrors(once);
     control("kill -9 $$");
-    const std::string second = first + "evtlogctl: sh was killed by signal 9; check the "
-                                       "controller, it is asked again and again\n";
-    expectErrors(second);
+    const std::string both = once + "evtlogctl: sh was killed by signal 9; check the "
+                                    "controller, it is asked again and again\n";
+    expectErrors(both);
     control("echo 'a\tb\033[2J' >&2; exit 1");
-    expectErrors(second + "evtlogctl: sh ended with exit status 1: a.b.[2J; check the controller, "
-                          "it is asked again and again\n");
+    expectErrors(both + "evtlogctl: sh ended with exit status 1: a.b.[2J; check the controller, "
+                        "it is asked again and again\n");
     EXPECT_EQ(end(), 0);
 }
 

@@ -19,7 +19,6 @@ namespace failing_calls {
 namespace {
 
 constexpr Error ioError = {EIO, "Input/output error"};
-constexpr Error noSpace = {ENOSPC, "No space left on device"};
 constexpr Error interrupted = {EINTR, "Interrupted system call"};
 constexpr Error denied = {EACCES, "Permission denied"};
 constexpr Error notPermitted = {EPERM, "Operation not permitted"};

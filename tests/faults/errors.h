@@ -15,6 +15,9 @@ struct Error {
     const char *text;
 };
 
+// Also what a write that moves nothing is taken for.
+inline constexpr Error noSpace = {ENOSPC, "No space left on device"};
+
 // What a call is made to fail with. Empty for a call that cannot fail.
 [[nodiscard]] const std::vector<Error> &errorsOf(test_support::Call call);
 

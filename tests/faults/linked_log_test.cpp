@@ -20,14 +20,6 @@ const EventLogControlBlock wrapping = controlBlock(linked, wrap, 3);
 const EventLogControlBlock writingLast = controlBlock(linked, writeLast, 3);
 const EventLogControlBlock dropping = controlBlock(linked, drop, 3);
 
-SaErrorT addNine() {
-    return forcedAdd(9);
-}
-
-std::function<SaErrorT()> remove(SaHpiEventLogEntryIdT entryId) {
-    return [entryId] { return zuSaHpiEventLogEntryDel(entryId, 0); };
-}
-
 void fillWithoutTwo() {
     addAll({1, 2, 3})();
     ASSERT_EQ(zuSaHpiEventLogEntryDel(2, 0), SA_OK);
@@ -102,7 +94,7 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(Scenario{.name = "Middle",
                              .block = roomy,
                              .fill = addAll({1, 2, 3}),
-                             .operation = remove(2),
+                             .operation = removing(2),
                              .steps = entryRead(2) + entryRead(1) + entryRead(3) +
                                       linkedCommit({1, 3, 2}),
                              .before = {1, 2, 3},
@@ -111,28 +103,28 @@ INSTANTIATE_TEST_SUITE_P(
                              .block = roomy,
                              .fill = addAll({1, 2, 3}),
                              .prepare = readAll({1, 2, 3}),
-                             .operation = remove(2),
+                             .operation = removing(2),
                              .steps = linkedCommit({1, 3, 2}),
                              .before = {1, 2, 3},
                              .after = {1, 3}},
                     Scenario{.name = "Oldest",
                              .block = roomy,
                              .fill = addAll({1, 2, 3}),
-                             .operation = remove(SAHPI_OLDEST_ENTRY),
+                             .operation = removing(SAHPI_OLDEST_ENTRY),
                              .steps = entryRead(1) + entryRead(2) + linkedCommit({2, 1}),
                              .before = {1, 2, 3},
                              .after = {2, 3}},
                     Scenario{.name = "Newest",
                              .block = roomy,
                              .fill = addAll({1, 2, 3}),
-                             .operation = remove(SAHPI_NEWEST_ENTRY),
+                             .operation = removing(SAHPI_NEWEST_ENTRY),
                              .steps = entryRead(3) + entryRead(2) + linkedCommit({2, 3}),
                              .before = {1, 2, 3},
                              .after = {1, 2}},
                     Scenario{.name = "Only",
                              .block = roomy,
                              .fill = addAll({1}),
-                             .operation = remove(1),
+                             .operation = removing(1),
                              .steps = entryRead(1) + linkedCommit({1}),
                              .before = {1}}),
     nameOf);

@@ -21,19 +21,11 @@ const EventLogControlBlock roomySimple = controlBlock(simple, drop, 5);
 const EventLogControlBlock fullSimple = controlBlock(simple, drop, 3);
 const EventLogControlBlock writingLastSimple = controlBlock(simple, writeLast, 3);
 const EventLogControlBlock roomyCircular = controlBlock(circular, wrap, 5);
-const EventLogControlBlock wrapping = controlBlock(circular, wrap, 3);
+const EventLogControlBlock wrappingCircular = controlBlock(circular, wrap, 3);
 const EventLogControlBlock writingLastCircular = controlBlock(circular, writeLast, 3);
 const EventLogControlBlock fullCircular = controlBlock(circular, drop, 3);
 
 const Steps syncing = {{.call = "sync", .message = "", .restart = Restart::after}};
-
-SaErrorT addNine() {
-    return forcedAdd(9);
-}
-
-std::function<SaErrorT()> remove(SaHpiEventLogEntryIdT entryId) {
-    return [entryId] { return zuSaHpiEventLogEntryDel(entryId, 0); };
-}
 
 void protect() {
     ASSERT_EQ(zuSaHpiEventLogProtectSet(1), SA_OK);
@@ -90,7 +82,7 @@ INSTANTIATE_TEST_SUITE_P(AddToCircular, PlainLog,
                                                   .before = {1, 2, 3},
                                                   .after = {1, 2, 3, 9}},
                                          Scenario{.name = "Wrapping",
-                                                  .block = wrapping,
+                                                  .block = wrappingCircular,
                                                   .fill = addAll({1, 2, 3}),
                                                   .prepare = readAll({1, 2, 3}),
                                                   .operation = addNine,
@@ -99,7 +91,7 @@ INSTANTIATE_TEST_SUITE_P(AddToCircular, PlainLog,
                                                   .after = {2, 3, 9},
                                                   .overwritten = {9, 2, 3}},
                                          Scenario{.name = "WrappingAgain",
-                                                  .block = wrapping,
+                                                  .block = wrappingCircular,
                                                   .fill = addAll({1, 2, 3, 4}),
                                                   .operation = addNine,
                                                   .steps = plainCommit({2}, Restart::overwritten),
@@ -130,27 +122,27 @@ INSTANTIATE_TEST_SUITE_P(Delete, PlainLog,
                          testing::Values(Scenario{.name = "NewestOfSimple",
                                                   .block = roomySimple,
                                                   .fill = addAll({1, 2, 3}),
-                                                  .operation = remove(SAHPI_NEWEST_ENTRY),
+                                                  .operation = removing(SAHPI_NEWEST_ENTRY),
                                                   .steps = plainCommit({}),
                                                   .before = {1, 2, 3},
                                                   .after = {1, 2}},
                                          Scenario{.name = "OnlyOfSimple",
                                                   .block = roomySimple,
                                                   .fill = addAll({1}),
-                                                  .operation = remove(1),
+                                                  .operation = removing(1),
                                                   .steps = plainCommit({}),
                                                   .before = {1}},
                                          Scenario{.name = "OldestOfCircular",
                                                   .block = roomyCircular,
                                                   .fill = addAll({1, 2, 3}),
-                                                  .operation = remove(SAHPI_OLDEST_ENTRY),
+                                                  .operation = removing(SAHPI_OLDEST_ENTRY),
                                                   .steps = plainCommit({}),
                                                   .before = {1, 2, 3},
                                                   .after = {2, 3}},
                                          Scenario{.name = "NewestOfWrappedCircular",
-                                                  .block = wrapping,
+                                                  .block = wrappingCircular,
                                                   .fill = addAll({1, 2, 3, 4}),
-                                                  .operation = remove(SAHPI_NEWEST_ENTRY),
+                                                  .operation = removing(SAHPI_NEWEST_ENTRY),
                                                   .steps = plainCommit({}),
                                                   .before = {2, 3, 4},
                                                   .after = {2, 3}},
@@ -158,27 +150,27 @@ INSTANTIATE_TEST_SUITE_P(Delete, PlainLog,
                                                   .block = roomyCircular,
                                                   .fill = addAll({1, 2, 3}),
                                                   .prepare = protect,
-                                                  .operation = remove(3),
+                                                  .operation = removing(3),
                                                   .steps = plainCommit({}) + syncing,
                                                   .before = {1, 2, 3},
                                                   .after = {1, 2}}),
                          nameOf);
 
-EventLogEntryRecord readRecord;
+EventLogEntryRecord gotRecord;
 
 INSTANTIATE_TEST_SUITE_P(
     Read, PlainLog,
     testing::Values(Scenario{.name = "EntryOfSimple",
                              .block = roomySimple,
                              .fill = addAll({1, 2, 3}),
-                             .operation = [] { return zuSaHpiEventLogEntryGet(2, &readRecord); },
+                             .operation = [] { return zuSaHpiEventLogEntryGet(2, &gotRecord); },
                              .steps = entryRead(2),
                              .before = {1, 2, 3},
                              .after = {1, 2, 3}},
                     Scenario{.name = "EntryOfCircular",
-                             .block = wrapping,
+                             .block = wrappingCircular,
                              .fill = addAll({1, 2, 3, 4}),
-                             .operation = [] { return zuSaHpiEventLogEntryGet(0, &readRecord); },
+                             .operation = [] { return zuSaHpiEventLogEntryGet(0, &gotRecord); },
                              .steps = entryRead(2),
                              .before = {2, 3, 4},
                              .after = {2, 3, 4}}),
@@ -194,7 +186,7 @@ INSTANTIATE_TEST_SUITE_P(
                              .steps = plainCommit({}) + truncateOfClear(),
                              .before = {1, 2, 3}},
                     Scenario{.name = "ClearCircularWhileProtected",
-                             .block = wrapping,
+                             .block = wrappingCircular,
                              .fill = addAll({1, 2, 3, 4}),
                              .prepare = protect,
                              .operation = zuSaHpiEventLogClear,
@@ -208,7 +200,7 @@ INSTANTIATE_TEST_SUITE_P(
                              .before = {1, 2, 4},
                              .after = {1, 2, 4}},
                     Scenario{.name = "ResetOverflowOfCircular",
-                             .block = wrapping,
+                             .block = wrappingCircular,
                              .fill = addAll({1, 2, 3, 4}),
                              .operation = zuSaHpiEventLogResetOverflow,
                              .steps = plainCommit({}),

@@ -13,6 +13,7 @@
 #include "eventlog/store_state.h"
 #include "tests/faults/errors.h"
 #include "tests/support/log_soundness.h"
+#include "tests/support/times.h"
 
 using namespace store_test;
 using test_support::Call;
@@ -23,11 +24,9 @@ using zusahpi::eventlog::store;
 namespace failing_calls {
 namespace {
 
-constexpr std::uint8_t nextSeed = 0x77;
-constexpr SaHpiTimeT second = 1'000'000'000;
+using times::second;
 
-// What a write that moves nothing is taken for.
-constexpr Error noSpace = {ENOSPC, "No space left on device"};
+constexpr std::uint8_t nextSeed = 0x77;
 
 // The files of a scenario: untouched[i] is what is left when all calls but those from the i-th on
 // are made, its last element what the whole operation leaves.
@@ -202,6 +201,14 @@ Steps truncateOfClear() {
 SaErrorT forcedAdd(std::uint8_t seed) {
     const EventLogAddRecord record = event(seed);
     return zuSaHpiEventLogEntryAdd(&record, 1);
+}
+
+SaErrorT addNine() {
+    return forcedAdd(9);
+}
+
+std::function<SaErrorT()> removing(SaHpiEventLogEntryIdT entryId) {
+    return [entryId] { return zuSaHpiEventLogEntryDel(entryId, 0); };
 }
 
 std::function<void()> addAll(std::vector<std::uint8_t> seeds) {

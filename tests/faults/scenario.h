@@ -88,6 +88,9 @@ class FailingCalls : public store_test::StoreTest, public testing::WithParamInte
 
 // Adds event(seed), also to a log that is disabled.
 SaErrorT forcedAdd(std::uint8_t seed);
+SaErrorT addNine(); // event(9)
+
+std::function<SaErrorT()> removing(SaHpiEventLogEntryIdT entryId);
 
 // Adds event(seed) for each seed; each must succeed.
 std::function<void()> addAll(std::vector<std::uint8_t> seeds);

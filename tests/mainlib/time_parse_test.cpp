@@ -13,21 +13,17 @@
 #include <gtest/gtest.h>
 
 #include "tests/mainlib/random_text.h"
+#include "tests/support/times.h"
 #include "zuSaHpi_mainlib.h"
 
 namespace {
 
+using namespace times;
 using random_text::below;
 using random_text::mutate;
 using zusahpi::mainlib::readTime;
 using zusahpi::mainlib::TimeError;
 using zusahpi::mainlib::TimeReading;
-
-constexpr std::int64_t second = 1'000'000'000;
-constexpr std::int64_t minute = 60 * second;
-constexpr std::int64_t hour = 60 * minute;
-constexpr std::int64_t day = 24 * hour;
-constexpr std::int64_t last = std::numeric_limits<std::int64_t>::max();
 
 constexpr std::int64_t november21 = 1'795'219'200 * second;       // 2026-11-21, midnight
 constexpr std::int64_t now = november21 + 10 * hour + second / 2; // that morning

@@ -12,11 +12,14 @@
 #include <gtest/gtest.h>
 
 #include "tests/mainlib/random_text.h"
+#include "tests/support/times.h"
 #include "zuSaHpi_mainlib.h"
 
 namespace {
 
-std::string textOf(SaHpiTimeT time) {
+using namespace times;
+
+std::string timeText(SaHpiTimeT time) {
     char buffer[ZUSAHPI_TIME_TEXT_SIZE];
     std::memset(buffer, '#', sizeof buffer);
     char *const result = zuSaHpiTimeT2String(time, 0, buffer);
@@ -25,40 +28,36 @@ std::string textOf(SaHpiTimeT time) {
     return buffer;
 }
 
-constexpr std::int64_t second = 1'000'000'000;
-constexpr std::int64_t day = 86'400 * second;
-constexpr std::int64_t last = std::numeric_limits<std::int64_t>::max();
-
 } // namespace
 
 TEST(TimeText, AbsoluteTimesAreIso8601InUtc) {
-    EXPECT_EQ(textOf(1'795'248'372'123'456'789), "2026-11-21T08:06:12.123456789Z");
-    EXPECT_EQ(textOf(1'795'219'200 * second), "2026-11-21T00:00:00.000000000Z");
-    EXPECT_EQ(textOf(1'709'164'800 * second), "2024-02-29T00:00:00.000000000Z");
-    EXPECT_EQ(textOf(4'107'542'400 * second - 1), "2100-02-28T23:59:59.999999999Z");
-    EXPECT_EQ(textOf(4'107'542'400 * second), "2100-03-01T00:00:00.000000000Z");
+    EXPECT_EQ(timeText(1'795'248'372'123'456'789), "2026-11-21T08:06:12.123456789Z");
+    EXPECT_EQ(timeText(1'795'219'200 * second), "2026-11-21T00:00:00.000000000Z");
+    EXPECT_EQ(timeText(1'709'164'800 * second), "2024-02-29T00:00:00.000000000Z");
+    EXPECT_EQ(timeText(4'107'542'400 * second - 1), "2100-02-28T23:59:59.999999999Z");
+    EXPECT_EQ(timeText(4'107'542'400 * second), "2100-03-01T00:00:00.000000000Z");
 }
 
 TEST(TimeText, RelativeTimesAreDaysAndClock) {
-    EXPECT_EQ(textOf(0), "+0d00:00:00.000000000");
-    EXPECT_EQ(textOf(1), "+0d00:00:00.000000001");
-    EXPECT_EQ(textOf(3 * day + 14'706 * second + 7), "+3d04:05:06.000000007");
-    EXPECT_EQ(textOf(day - 1), "+0d23:59:59.999999999");
-    EXPECT_EQ(textOf(day), "+1d00:00:00.000000000");
-    EXPECT_EQ(textOf(10 * day), "+10d00:00:00.000000000");
+    EXPECT_EQ(timeText(0), "+0d00:00:00.000000000");
+    EXPECT_EQ(timeText(1), "+0d00:00:00.000000001");
+    EXPECT_EQ(timeText(3 * day + 14'706 * second + 7), "+3d04:05:06.000000007");
+    EXPECT_EQ(timeText(day - 1), "+0d23:59:59.999999999");
+    EXPECT_EQ(timeText(day), "+1d00:00:00.000000000");
+    EXPECT_EQ(timeText(10 * day), "+10d00:00:00.000000000");
 }
 
 TEST(TimeText, NegativeTimesHaveASign) {
-    EXPECT_EQ(textOf(-1), "-0d00:00:00.000000001");
-    EXPECT_EQ(textOf(-day), "-1d00:00:00.000000000");
-    EXPECT_EQ(textOf(-last), "-106751d23:47:16.854775807");
+    EXPECT_EQ(timeText(-1), "-0d00:00:00.000000001");
+    EXPECT_EQ(timeText(-day), "-1d00:00:00.000000000");
+    EXPECT_EQ(timeText(-last), "-106751d23:47:16.854775807");
 }
 
 TEST(TimeText, LimitsOfTheForms) {
-    EXPECT_EQ(textOf(SAHPI_TIME_MAX_RELATIVE), "+10007d23:58:48.455135232");
-    EXPECT_EQ(textOf(SAHPI_TIME_MAX_RELATIVE + 1), "1997-05-26T23:58:48.455135233Z");
-    EXPECT_EQ(textOf(last), "2262-04-11T23:47:16.854775807Z");
-    EXPECT_EQ(textOf(SAHPI_TIME_UNSPECIFIED), "unspecified");
+    EXPECT_EQ(timeText(SAHPI_TIME_MAX_RELATIVE), "+10007d23:58:48.455135232");
+    EXPECT_EQ(timeText(SAHPI_TIME_MAX_RELATIVE + 1), "1997-05-26T23:58:48.455135233Z");
+    EXPECT_EQ(timeText(last), "2262-04-11T23:47:16.854775807Z");
+    EXPECT_EQ(timeText(SAHPI_TIME_UNSPECIFIED), "unspecified");
 }
 
 TEST(TimeText, AgreesWithTheCalendarOfTheCLibrary) {
@@ -75,7 +74,7 @@ TEST(TimeText, AgreesWithTheCalendarOfTheCLibrary) {
         const std::size_t length = std::strftime(expected, sizeof expected, "%FT%T.", &parts);
         std::snprintf(expected + length, sizeof expected - length, "%09dZ",
                       static_cast<int>(time % second));
-        ASSERT_EQ(textOf(time), expected);
+        ASSERT_EQ(timeText(time), expected);
     }
 }
 
@@ -84,7 +83,7 @@ TEST(TimeText, NeverMoreThanThirtyCharacters) {
     SCOPED_TRACE(seed);
     std::mt19937_64 random(seed);
     for (int i = 0; i < 100'000; ++i) {
-        ASSERT_LE(textOf(random_text::time(random)).size(), 30U);
+        ASSERT_LE(timeText(random_text::time(random)).size(), 30U);
     }
 }
 
@@ -93,6 +92,6 @@ TEST(TimeText, LocaleAndTimeZoneChangeNothing) {
     tzset();
     // Where a locale is not installed the call fails and changes nothing.
     (void)std::setlocale(LC_ALL, "de_DE.UTF-8");
-    EXPECT_EQ(textOf(1'795'248'372'123'456'789), "2026-11-21T08:06:12.123456789Z");
-    EXPECT_EQ(textOf(3 * day + 7), "+3d00:00:00.000000007");
+    EXPECT_EQ(timeText(1'795'248'372'123'456'789), "2026-11-21T08:06:12.123456789Z");
+    EXPECT_EQ(timeText(3 * day + 7), "+3d00:00:00.000000007");
 }

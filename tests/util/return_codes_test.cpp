@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr std::array names = {
+constexpr std::array codeNames = {
     "SA_ERR_HPI_ERROR",
     "SA_ERR_HPI_UNSUPPORTED_API",
     "SA_ERR_HPI_BUSY",
@@ -36,12 +36,12 @@ constexpr std::array names = {
 };
 
 TEST(ReturnCodes, NamesEveryCodeWithoutTouchingTheBuffer) {
-    ASSERT_EQ(names.size(), 21U);
+    ASSERT_EQ(codeNames.size(), 21U);
     std::array<char, ZUSAHPI_RETURN_CODE_SIZE> buffer{};
-    for (std::size_t i = 0; i < names.size(); ++i) {
+    for (std::size_t i = 0; i < codeNames.size(); ++i) {
         const SaErrorT code = -1001 - static_cast<SaErrorT>(i);
-        EXPECT_STREQ(zuSaHpiReturnCode(code, nullptr), names[i]);
-        EXPECT_STREQ(zuSaHpiReturnCode(code, buffer.data()), names[i]);
+        EXPECT_STREQ(zuSaHpiReturnCode(code, nullptr), codeNames[i]);
+        EXPECT_STREQ(zuSaHpiReturnCode(code, buffer.data()), codeNames[i]);
     }
     EXPECT_STREQ(zuSaHpiReturnCode(0, nullptr), "SA_OK");
     EXPECT_STREQ(zuSaHpiReturnCode(0, buffer.data()), "SA_OK");

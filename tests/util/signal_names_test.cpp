@@ -1,4 +1,4 @@
-// Goal: the numbers 0 to 31 have their names and no other number has one.
+// Goal: the numbers 0 to 31 have their signalNames and no other number has one.
 
 #include <array>
 
@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr std::array names = {
+constexpr std::array signalNames = {
     "Undefined Signal", "SIGHUP",  "SIGINT",    "SIGQUIT",   "SIGILL",  "SIGTRAP",   "SIGABRT",
     "SIGBUS",           "SIGFPE",  "SIGKILL",   "SIGUSR1",   "SIGSEGV", "SIGUSR2",   "SIGPIPE",
     "SIGALRM",          "SIGTERM", "SIGSTKFLT", "SIGCHLD",   "SIGCONT", "SIGSTOP",   "SIGTSTP",
@@ -17,9 +17,9 @@ constexpr std::array names = {
 };
 
 TEST(SignalNames, NamesEverySignal) {
-    ASSERT_EQ(names.size(), 32U);
-    for (uint32_t signal = 0; signal < names.size(); ++signal) {
-        EXPECT_STREQ(zuSaHpi_strsignal(signal), names[signal]) << signal;
+    ASSERT_EQ(signalNames.size(), 32U);
+    for (uint32_t signal = 0; signal < signalNames.size(); ++signal) {
+        EXPECT_STREQ(zuSaHpi_strsignal(signal), signalNames[signal]) << signal;
     }
 }
 

@@ -12,8 +12,8 @@ namespace {
 using zusahpi::timeDifference;
 using zusahpi::timeSum;
 
-constexpr auto lowest = std::numeric_limits<std::int64_t>::min();
-constexpr auto highest = std::numeric_limits<std::int64_t>::max();
+constexpr auto earliest = std::numeric_limits<std::int64_t>::min();
+constexpr auto latest = std::numeric_limits<std::int64_t>::max();
 
 TEST(TimeArithmetic, CarriesBeyondThirtyTwoBits) {
     EXPECT_EQ(timeSum(0xFFFFFFFFLL, 1), 0x100000000LL);
@@ -22,10 +22,10 @@ TEST(TimeArithmetic, CarriesBeyondThirtyTwoBits) {
 }
 
 TEST(TimeArithmetic, WrapsAtTheEnds) {
-    EXPECT_EQ(timeSum(highest, 1), lowest);
-    EXPECT_EQ(timeSum(lowest, -1), highest);
-    EXPECT_EQ(timeDifference(lowest, 1), highest);
-    EXPECT_EQ(timeDifference(0, lowest), lowest);
+    EXPECT_EQ(timeSum(latest, 1), earliest);
+    EXPECT_EQ(timeSum(earliest, -1), latest);
+    EXPECT_EQ(timeDifference(earliest, 1), latest);
+    EXPECT_EQ(timeDifference(0, earliest), earliest);
 }
 
 } // namespace

@@ -13,8 +13,8 @@
 #include <CLI/CLI.hpp>
 
 #include "tools/evtlogctl/commands.h"
+#include "tools/evtlogctl/entry_filter.h"
 #include "tools/evtlogctl/failure.h"
-#include "tools/evtlogctl/file_argument.h"
 #include "tools/evtlogctl/list_arguments.h"
 #include "tools/evtlogctl/local_time.h"
 #include "tools/evtlogctl/log_reader.h"
@@ -66,6 +66,15 @@ informational:
   DIRECTION    asserted, deasserted, * for both
   SEVERITY     critical major minor informational ok debug)";
 
+constexpr const char *listNotes =
+    R"(TIME is one of
+  2026-11-21T09:06:12.250+01:00   a time as it is listed
+  2026-11-21 09:06, 2026-11-21    local time; a date alone is its beginning, a time alone today's
+  now, today, yesterday, tomorrow, -1h, -2d3h30m, "90s ago"
+  +0d00:00:42                     counted from the start of the controller; before all others
+Both ends belong to what is printed. On a terminal the entries are coloured by severity, unless
+NO_COLOR is set, and shown by the pager that PAGER names, or less.)";
+
 // Of the names that --format takes.
 [[nodiscard]] sel::Form formOf(std::string_view name) {
     if (name == "raw") {
@@ -77,6 +86,19 @@ informational:
 // Of the names that --output takes where a command reports on something as a whole.
 [[nodiscard]] OutputForm outputFormOf(std::string_view name) {
     return name == "json" ? OutputForm::json : OutputForm::text;
+}
+
+// What is wrong with the name of a file: an empty one, as of a variable of a script that was never
+// set, would stand for no name. Empty when nothing is.
+[[nodiscard]] std::string wrongName(const std::string &name) {
+    return name.empty() ? "a file name is needed" : "";
+}
+
+// The argument FILE of a command that reads a log, or the configured log without one.
+void addLogFile(CLI::App &command, std::string &file) {
+    command.add_option("FILE", file, "Log file; the configured log without it")
+        ->type_name("")
+        ->check(wrongName);
 }
 
 void addOutputForm(CLI::App *command, Arguments &arguments) {
@@ -186,6 +208,77 @@ CLI::App *addExport(CLI::App &app, Arguments &arguments) {
     command->add_option("--format", arguments.exportForm, "Form of the output: sel")
         ->type_name("FORM")
         ->check(CLI::IsMember({"sel"}));
+    return command;
+}
+
+// Which entries are printed.
+void addListFilter(CLI::App &command, ListArguments &arguments) {
+    EntryFilter &filter = arguments.options.filter;
+    const auto text = [&command](const char *names, auto &to, const char *kind,
+                                 const std::string &what) {
+        return command.add_option(names, to, what)->type_name(kind)->allow_extra_args(false);
+    };
+    text("-p,--priority", arguments.priority, "SEVERITY",
+         fmt::format("Entries of this severity and of more severe ones, or of FROM..TO: {}",
+                     severityWords()));
+    text("-t,--type", arguments.types, "TYPE",
+         fmt::format("Entries of this event type, or of one of several: {}", eventTypeWords()))
+        ->delimiter(',');
+    text("-S,--since", arguments.since, "TIME", "Entries of this moment and later (see below)");
+    text("-U,--until", arguments.until, "TIME", "Entries of this moment and earlier");
+    text("--source", filter.sources, "NAME",
+         "Entries of this source as it is listed, or by the number of the resource");
+    text("--sensor", filter.sensors, "NAME",
+         "Entries of this sensor as it is listed, or by its number");
+    text("-g,--grep", arguments.pattern, "PATTERN",
+         "Entries whose text matches an extended regular expression; without a capital letter in "
+         "it, capitals and small letters are alike");
+    text("--after-cursor", arguments.cursor, "CURSOR",
+         "Entries behind a place that --show-cursor printed");
+}
+
+// In which order, and when.
+void addListOrder(CLI::App &command, ListOptions &options) {
+    command.add_option("-n,--lines", options.newest, "Print only the newest N entries that fit")
+        ->type_name("N")
+        ->check(CLI::NonNegativeNumber);
+    CLI::Option *const reverse =
+        command.add_flag("-r,--reverse", options.reverse, "Print the newest entry first");
+    command
+        .add_flag("-e,--pager-end", options.pagerEnd,
+                  "Begin at the end in the pager; the newest 1000 entries, unless -n says else")
+        ->excludes(reverse);
+    command
+        .add_flag("-f,--follow", options.follow,
+                  "Print the newest 10 entries, unless -n says else, and go on with entries as "
+                  "they are added")
+        ->excludes(reverse);
+}
+
+void addListForm(CLI::App &command, ListArguments &arguments) {
+    command
+        .add_option("-o,--output", arguments.form,
+                    "Form of an entry: short (a line), short-iso (with all digits of its time), "
+                    "verbose (all that it holds), json (an object in a line), json-journal (the "
+                    "same for readers of the systemd journal), cat (its text alone), csv")
+        ->type_name("FORM")
+        ->check(CLI::IsMember(listFormWords()));
+    command
+        .add_flag("--show-cursor", arguments.options.showCursor,
+                  "Print a cursor for --after-cursor behind the entries")
+        ->excludes("--follow");
+    command.add_flag("--no-pager", arguments.options.noPager, "Print without a pager");
+    command.add_flag("-q,--quiet", arguments.options.quiet, "Print no remarks on standard error");
+}
+
+CLI::App *addList(CLI::App &app, ListArguments &arguments) {
+    CLI::App *const command =
+        app.add_subcommand("list", "Print the entries of a log, oldest first; needs no lock");
+    command->footer(listNotes);
+    addLogFile(*command, arguments.options.file);
+    addListOrder(*command, arguments.options);
+    addListFilter(*command, arguments);
+    addListForm(*command, arguments);
     return command;
 }
 

@@ -11,7 +11,8 @@ namespace {
 constexpr std::array<std::string_view, 11> subCommands = {
     "info", "entry", "delete", "clear", "reset", "time", "state", "print", "add", "help", "quit"};
 constexpr std::array<std::string_view, 2> selectors = {"oldest", "newest"};
-constexpr std::array<std::string_view, 4> states = {"enabled", "disabled", "protect", "unprotect"};
+constexpr std::array<std::string_view, 4> stateWords = {"enabled", "disabled", "protect",
+                                                        "unprotect"};
 constexpr std::array<std::string_view, 1> forms = {"dump"};
 
 [[nodiscard]] std::span<const std::string_view> candidates(const std::vector<std::string> &before) {
@@ -27,7 +28,7 @@ constexpr std::array<std::string_view, 1> forms = {"dump"};
     case 'd':
         return selectors;
     case 's':
-        return states;
+        return stateWords;
     case 'p':
         return forms;
     default:

@@ -1,4 +1,4 @@
-// How the arguments of `list` are written, and how their words are read.
+// How the words among the arguments of `list` are read.
 #include "tools/evtlogctl/list_arguments.h"
 
 #include <algorithm>
@@ -6,11 +6,9 @@
 #include <string_view>
 #include <utility>
 
-#include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
 #include "tools/evtlogctl/failure.h"
-#include "tools/evtlogctl/file_argument.h"
 #include "tools/evtlogctl/time_option.h"
 #include "zuSaHpi_mainlib.h"
 
@@ -26,79 +24,6 @@ constexpr auto forms = std::to_array<std::pair<std::string_view, ListForm>>({
     {"cat", ListForm::message},
     {"csv", ListForm::csv},
 });
-
-constexpr const char *notes = R"(TIME is one of
-  2026-11-21T09:06:12.250+01:00   a time as it is listed
-  2026-11-21 09:06, 2026-11-21    local time; a date alone is its beginning, a time alone today's
-  now, today, yesterday, tomorrow, -1h, -2d3h30m, "90s ago"
-  +0d00:00:42                     counted from the start of the controller; before all others
-Both ends belong to what is printed. On a terminal the entries are coloured by severity, unless
-NO_COLOR is set, and shown by the pager that PAGER names, or less.)";
-
-// Which entries are printed.
-void addFilter(CLI::App &command, ListArguments &arguments) {
-    EntryFilter &filter = arguments.options.filter;
-    const auto text = [&command](const char *names, auto &to, const char *kind,
-                                 const std::string &what) {
-        return command.add_option(names, to, what)->type_name(kind)->allow_extra_args(false);
-    };
-    text("-p,--priority", arguments.priority, "SEVERITY",
-         fmt::format("Entries of this severity and of more severe ones, or of FROM..TO: {}",
-                     severityWords()));
-    text("-t,--type", arguments.types, "TYPE",
-         fmt::format("Entries of this event type, or of one of several: {}", eventTypeWords()))
-        ->delimiter(',');
-    text("-S,--since", arguments.since, "TIME", "Entries of this moment and later (see below)");
-    text("-U,--until", arguments.until, "TIME", "Entries of this moment and earlier");
-    text("--source", filter.sources, "NAME",
-         "Entries of this source as it is listed, or by the number of the resource");
-    text("--sensor", filter.sensors, "NAME",
-         "Entries of this sensor as it is listed, or by its number");
-    text("-g,--grep", arguments.pattern, "PATTERN",
-         "Entries whose text matches an extended regular expression; without a capital letter in "
-         "it, capitals and small letters are alike");
-    text("--after-cursor", arguments.cursor, "CURSOR",
-         "Entries behind a place that --show-cursor printed");
-}
-
-// In which order, and when.
-void addOrder(CLI::App &command, ListOptions &options) {
-    command.add_option("-n,--lines", options.newest, "Print only the newest N entries that fit")
-        ->type_name("N")
-        ->check(CLI::NonNegativeNumber);
-    CLI::Option *const reverse =
-        command.add_flag("-r,--reverse", options.reverse, "Print the newest entry first");
-    command
-        .add_flag("-e,--pager-end", options.pagerEnd,
-                  "Begin at the end in the pager; the newest 1000 entries, unless -n says else")
-        ->excludes(reverse);
-    command
-        .add_flag("-f,--follow", options.follow,
-                  "Print the newest 10 entries, unless -n says else, and go on with entries as "
-                  "they are added")
-        ->excludes(reverse);
-}
-
-void addForm(CLI::App &command, ListArguments &arguments) {
-    std::vector<std::string> names;
-    names.reserve(forms.size());
-    for (const auto &[name, form] : forms) {
-        names.emplace_back(name);
-    }
-    command
-        .add_option("-o,--output", arguments.form,
-                    "Form of an entry: short (a line), short-iso (with all digits of its time), "
-                    "verbose (all that it holds), json (an object in a line), json-journal (the "
-                    "same for readers of the systemd journal), cat (its text alone), csv")
-        ->type_name("FORM")
-        ->check(CLI::IsMember(names));
-    command
-        .add_flag("--show-cursor", arguments.options.showCursor,
-                  "Print a cursor for --after-cursor behind the entries")
-        ->excludes("--follow");
-    command.add_flag("--no-pager", arguments.options.noPager, "Print without a pager");
-    command.add_flag("-q,--quiet", arguments.options.quiet, "Print no remarks on standard error");
-}
 
 // The value that a word means, which must be there.
 template <typename Value>
@@ -153,15 +78,13 @@ void settleFilter(EntryFilter &filter, const ListArguments &arguments) {
 
 } // namespace
 
-CLI::App *addList(CLI::App &app, ListArguments &arguments) {
-    CLI::App *const command =
-        app.add_subcommand("list", "Print the entries of a log, oldest first; needs no lock");
-    command->footer(notes);
-    addLogFile(*command, arguments.options.file);
-    addOrder(*command, arguments.options);
-    addFilter(*command, arguments);
-    addForm(*command, arguments);
-    return command;
+std::vector<std::string> listFormWords() {
+    std::vector<std::string> words;
+    words.reserve(forms.size());
+    for (const auto &[word, form] : forms) {
+        words.emplace_back(word);
+    }
+    return words;
 }
 
 ListOptions settledOptions(const ListArguments &arguments) {

@@ -7,10 +7,6 @@
 
 #include "tools/evtlogctl/list_options.h"
 
-namespace CLI {
-class App;
-}
-
 namespace zusahpi::evtlogctl {
 
 // The words that need a look, beside the options that stand for themselves.
@@ -25,7 +21,8 @@ struct ListArguments {
     std::optional<std::string> cursor;
 };
 
-CLI::App *addList(CLI::App &app, ListArguments &arguments);
+// The words that stand for the forms of an entry.
+[[nodiscard]] std::vector<std::string> listFormWords();
 
 // To be called once the zone of times is known. Throws Failure when a word means nothing.
 [[nodiscard]] ListOptions settledOptions(const ListArguments &arguments);

@@ -13,7 +13,7 @@ constexpr std::size_t fewNews = 64; // that are looked for first
     return {entry.number, entry.fingerprint};
 }
 
-[[nodiscard]] bool isKnown(const KnownEntries &known, const FoundEntry &entry) {
+[[nodiscard]] bool wasShown(const KnownEntries &known, const FoundEntry &entry) {
     return std::binary_search(known.keys.begin(), known.keys.end(), keyOf(entry));
 }
 
@@ -26,7 +26,7 @@ constexpr std::size_t fewNews = 64; // that are looked for first
         Snapshot snapshot = read(most);
         const bool reached =
             std::any_of(snapshot.entries.begin(), snapshot.entries.end(),
-                        [&](const FoundEntry &entry) { return isKnown(known, entry); });
+                        [&](const FoundEntry &entry) { return wasShown(known, entry); });
         if (reached || most >= snapshot.info.sa.Entries || !snapshot.damage.empty()) {
             return snapshot;
         }
@@ -38,7 +38,7 @@ constexpr std::size_t fewNews = 64; // that are looked for first
 void forgetTheOld(KnownEntries &known, const LogReading &read) {
     std::vector<EntryKey> kept;
     for (const FoundEntry &entry : read(allEntries).entries) {
-        if (isKnown(known, entry)) {
+        if (wasShown(known, entry)) {
             kept.push_back(keyOf(entry));
         }
     }
@@ -64,7 +64,7 @@ News takeNews(KnownEntries &known, const LogReading &read) {
     auto &entries = news.snapshot.entries;
     const auto lastKnown =
         std::find_if(entries.rbegin(), entries.rend(),
-                     [&](const FoundEntry &entry) { return isKnown(known, entry); });
+                     [&](const FoundEntry &entry) { return wasShown(known, entry); });
     news.strange = lastKnown == entries.rend() && !entries.empty() && !known.keys.empty();
     entries.erase(entries.begin(), lastKnown.base());
     if (known.keys.size() > known.spare + news.snapshot.info.sa.Entries) {

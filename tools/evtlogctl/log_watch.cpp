@@ -7,8 +7,6 @@
 #include <cerrno>
 #include <cstddef>
 #include <cstdint>
-#include <filesystem>
-#include <system_error>
 #include <utility>
 
 #include <poll.h>
@@ -28,12 +26,6 @@ namespace {
 
 constexpr std::uint32_t fileEvents = IN_MODIFY | IN_MOVE_SELF | IN_ATTRIB;
 constexpr std::uint32_t folderEvents = IN_CREATE | IN_MOVED_TO | IN_MOVE_SELF | IN_DELETE_SELF;
-
-[[nodiscard]] std::string realName(const std::string &path) {
-    std::error_code error;
-    const auto real = std::filesystem::canonical(path, error);
-    return error ? path : real.string();
-}
 
 } // namespace
 
@@ -67,7 +59,7 @@ bool LogWatch::renew() {
     // while a file that was in it is still open.
     bool whole = watch(folderOf(path_), folderEvents);
     whole = watch(path_, fileEvents) && whole;
-    whole = watch(folderOf(realName(path_)), folderEvents) && whole;
+    whole = watch(folderOf(withoutLinks(path_)), folderEvents) && whole;
     for (const int old : watches_) {
         if (std::find(watches.begin(), watches.end(), old) == watches.end()) {
             (void)inotify_rm_watch(descriptor_, old); // it may have gone by itself

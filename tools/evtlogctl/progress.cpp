@@ -12,7 +12,7 @@ namespace zusahpi::evtlogctl {
 namespace {
 
 constexpr std::size_t fewestSteps = 200;
-constexpr std::size_t width = 40;
+constexpr std::size_t barWidth = 40;
 constexpr auto interval = std::chrono::milliseconds{100};
 
 } // namespace
@@ -34,9 +34,9 @@ void Progress::show(std::size_t done) {
         return;
     }
     next_ = now + interval;
-    const std::size_t filled = width * done / steps_;
+    const std::size_t filled = barWidth * done / steps_;
     const std::string text = fmt::format("\r[{:<{}}] {:>3}%  {}/{}", std::string(filled, '#'),
-                                         width, 100 * done / steps_, done, steps_);
+                                         barWidth, 100 * done / steps_, done, steps_);
     (void)std::fputs(text.c_str(), stderr);
 }
 

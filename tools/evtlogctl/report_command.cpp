@@ -1,6 +1,5 @@
 // evtlogctl report: a log as one page of HTML.
 #include <cstdio>
-#include <cstdlib>
 #include <memory>
 #include <string>
 
@@ -10,6 +9,7 @@
 #include "tools/evtlogctl/failure.h"
 #include "tools/evtlogctl/new_file.h"
 #include "tools/evtlogctl/output.h"
+#include "tools/evtlogctl/path.h"
 #include "tools/evtlogctl/report_data.h"
 #include "tools/evtlogctl/report_page.h"
 
@@ -32,15 +32,9 @@ namespace {
     return status;
 }
 
-// What a symbolic link leads to is replaced, not the link.
-[[nodiscard]] std::string realName(const std::string &name) {
-    const std::unique_ptr<char, void (*)(void *)> real(realpath(name.c_str(), nullptr), std::free);
-    return real != nullptr ? real.get() : name;
-}
-
 [[nodiscard]] Status writeInPlace(const LogFile &file, std::size_t newest,
                                   const std::string &name) {
-    NewFile page(name);
+    NewFile page(withoutLinks(name)); // what a link leads to is replaced, not the link
     const Status status = writePage(
         file, newest, [&](std::string_view piece) { page.write(piece.data(), piece.size()); });
     page.keepInPlace();
@@ -75,9 +69,8 @@ Status writeReport(const Settings &settings, const PageOptions &options) {
                  options.output);
         }
     }
-    return exists && !S_ISREG(page.st_mode)
-               ? writeToDevice(file, options.newest, options.output)
-               : writeInPlace(file, options.newest, realName(options.output));
+    return exists && !S_ISREG(page.st_mode) ? writeToDevice(file, options.newest, options.output)
+                                            : writeInPlace(file, options.newest, options.output);
 }
 
 } // namespace zusahpi::evtlogctl
