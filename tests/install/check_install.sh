@@ -110,7 +110,7 @@ pkgconfig_consumers() {
 expect_refusal() {
     local text=$1
     shift
-    if cmake -S "$source" -B "$scratch/refused" "$@" >"$scratch/refused.log" 2>&1; then
+    if cmake -G Ninja -S "$source" -B "$scratch/refused" "$@" >"$scratch/refused.log" 2>&1; then
         fail "configured with $*"
     fi
     tr -s ' \n' ' ' <"$scratch/refused.log" | grep -qF -e "$text" || fail "no \"$text\" with $*"
@@ -120,7 +120,7 @@ expect_refusal() {
 library_alone() {
     expect_refusal "-DZUSAHPI_TOOL=OFF -DZUSAHPI_DEVELOPER=OFF" -DZUSAHPI_MAINLIB=OFF
     expect_refusal "-DZUSAHPI_DEVELOPER=OFF" -DZUSAHPI_TOOL=OFF
-    cmake -S "$source" -B "$scratch/alone" -DZUSAHPI_MAINLIB=OFF -DZUSAHPI_TOOL=OFF \
+    cmake -G Ninja -S "$source" -B "$scratch/alone" -DZUSAHPI_MAINLIB=OFF -DZUSAHPI_TOOL=OFF \
         -DZUSAHPI_DEVELOPER=OFF >"$scratch/alone.log" || fail "the library alone is not configured"
 }
 
