@@ -7,14 +7,20 @@ set -euo pipefail
 packages=(cmake ninja-build g++ googletest libcli11-dev libedit-dev libfmt-dev rapidjson-dev
     tao-pegtl-dev)
 if [ "${1:-}" = --tests ]; then
-    packages+=(abigail-tools binutils chromium chromium-driver clang-14 clang-format clang-tidy-14
-        cppcheck gcovr git ipmitool libclang-rt-14-dev llvm lnav mandoc openipmi pkg-config python3
-        python3-jsonschema python3-selenium rsyslog scdoc shellcheck strace systemd valgrind)
+    packages+=(abigail-tools binutils chromium chromium-driver clang clang-format clang-tidy cppcheck
+        gcovr git ipmitool llvm lnav mandoc openipmi pkg-config python3 python3-jsonschema
+        python3-selenium rsyslog scdoc shellcheck strace systemd valgrind)
+    # Debian 12 has no name for what belongs to its own clang; later ones do.
+    if grep -q '^VERSION_CODENAME=bookworm$' /etc/os-release; then
+        packages+=(libclang-rt-14-dev)
+    else
+        packages+=(libclang-rt-dev)
+    fi
     if [ "$(dpkg --print-architecture)" = amd64 ]; then
         packages+=(gcc-multilib g++-multilib librapidcheck-dev)
     fi
 elif [ "${1:-}" = --packages ]; then
-    packages+=(arch-test debhelper dpkg-dev git lintian mmdebstrap scdoc)
+    packages+=(arch-test build-essential debhelper dpkg-dev git lintian mmdebstrap scdoc)
 elif [ "${1:-}" = --bench ]; then
     packages+=(binutils bsdextrautils libleveldb-dev liblmdb-dev libsqlite3-dev pkg-config python3
         sqlite3 strace valgrind xxd)

@@ -20,5 +20,5 @@ if missed=$(comm -23 <(sort <<<"$listed") <(echo "$analysed")) && [ -n "$missed"
     echo "clang-tidy would not see: $missed" >&2
     exit 1
 fi
-run-clang-tidy-14 -quiet -p "$build" -j "$(nproc)" "$PWD$pattern" 2>/dev/null
+run-clang-tidy -quiet -p "$build" -j "$(nproc)" "$PWD$pattern" 2>/dev/null
 echo "clang-tidy: nothing found"
