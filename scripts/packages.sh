@@ -9,6 +9,7 @@
 # machine's apt uses.
 set -euo pipefail
 cd "$(dirname "$0")/.."
+. scripts/apt_sources.sh
 
 scripts/setup.sh --packages
 release=bookworm
@@ -21,17 +22,6 @@ copy_source() {
     git ls-files -z --cached --others --exclude-standard | tar -c --null -T - | tar -x -C "$1/$name"
 }
 
-# What apt on this machine takes that release from, as lines of a sources.list.
-apt_sources() {
-    # The words are apt's.
-    # shellcheck disable=SC2016
-    apt-get indextargets --format '$(ORIGIN) $(CODENAME) $(REPO_URI) $(RELEASE) $(COMPONENT)' \
-        'Created-By: Packages' |
-        awk -v release="$release" '$1 == "Debian" && $2 == release {
-            print "deb [signed-by=/usr/share/keyrings/debian-archive-keyring.gpg]", $3, $4, $5 }' |
-        sort -u
-}
-
 # debian ARCHITECTURE HOOK...: makes a fresh Debian, runs the hooks in it, and drops it.
 debian() {
     local architecture=$1 hook options=()
@@ -39,7 +29,7 @@ debian() {
     for hook in "$@"; do
         options+=("--customize-hook=$hook")
     done
-    apt_sources | mmdebstrap --variant=apt --architectures="$architecture" "${options[@]}" \
+    apt_sources "$release" | mmdebstrap --variant=apt --architectures="$architecture" "${options[@]}" \
         "$release" /dev/null -
 }
 
