@@ -33,6 +33,9 @@ def start_browser(profile):
     for argument in ("--headless=new", "--no-sandbox", "--disable-gpu", "--disable-dev-shm-usage",
                      "--window-size=1200,900", f"--user-data-dir={profile}"):
         options.add_argument(argument)
+    # Its own start page would still be asking for its parts when the log of requests begins.
+    options.add_experimental_option(
+        "prefs", {"session": {"restore_on_startup": 4, "startup_urls": ["about:blank"]}})
     options.set_capability("goog:loggingPrefs", {"browser": "ALL", "performance": "ALL"})
     browser = webdriver.Chrome(service=Service(DRIVER), options=options)
     browser.execute_cdp_cmd("Emulation.setTimezoneOverride", {"timezoneId": ZONE})
@@ -86,7 +89,8 @@ class Page:
     def expect_silence(self):
         """Nothing on the console, nothing asked for but the page, no element that fetches."""
         assert self.browser.get_log("browser") == []
-        assert requests_since(self.browser) == [self.address], requests_since(self.browser)
+        asked = requests_since(self.browser)
+        assert asked == [self.address], asked
         assert self.browser.execute_script(
             "return performance.getEntriesByType('resource').length") == 0
         assert self.browser.execute_script(
