@@ -26,18 +26,21 @@ for_i386() {
 bare_debian() {
     tarball=build/fresh/$suite-$architecture.tar
     [ ! -e "$tarball" ] || return 0
+    scripts/setup.sh --packages
     mkdir -p build/fresh
-    if ! apt_sources "$suite" | mmdebstrap --variant=minbase --architectures="$architecture" \
-        "$suite" "$tarball.part" - 2>"$tarball.log"; then
+    if ! apt_sources "$suite" | mmdebstrap --variant=minbase --format=tar \
+        --architectures="$architecture" "$suite" "$tarball.part" - 2>"$tarball.log"; then
         cat "$tarball.log" >&2
         return 1
     fi
     mv "$tarball.part" "$tarball"
 }
 
-# What is copied besides the clone is how this machine reaches Debian's mirrors.
+# Besides the clone it gets the one host that every installation knows, and what leads to Debian's
+# mirrors from here.
 fill_root() {
     tar -x -f "$tarball" -C "$root"
+    echo "127.0.0.1 localhost" >"$root/etc/hosts"
     cp -L /etc/resolv.conf "$root/etc/"
     apt-config dump | grep -E '^Acquire::(https?::|Check-)' >"$root/etc/apt/apt.conf.d/99outside" ||
         true
