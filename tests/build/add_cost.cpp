@@ -2,6 +2,7 @@
 //
 //   add_cost FILE TYPE SIZE COUNT     TYPE and overflow action wrap as in the info record
 
+#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <string>
