@@ -75,12 +75,12 @@ furnish() {
     rmdir outside
 }
 
-# run_inside FOLDER COMMAND...: a shell's own background jobs ignore ^C, which tests send.
+# run_inside FOLDER COMMAND...: the signals are as they were before this shell ignored ^C for it.
 run_inside() {
+    local path=/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin
     cd "$1"
     shift
-    setsid --wait env -i --default-signal PATH="/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin" HOME=/root \
-        "$@" </dev/null 2>&1 | cat
+    setsid --wait env -i --default-signal PATH=$path HOME=/root "$@" </dev/null 2>&1 | cat
 }
 export -f furnish run_inside
 
