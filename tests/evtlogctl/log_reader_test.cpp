@@ -3,6 +3,7 @@
 // wrong and stays within the file; and while another process writes, what it returns was true.
 #include "tools/evtlogctl/log_reader.h"
 
+#include <algorithm>
 #include <csignal>
 #include <cstring>
 
