@@ -17,6 +17,11 @@
 extern "C" {
 #endif
 
+/* Seen by the shared library also where a main library is compiled to hide its names. */
+#if defined(__GNUC__)
+#pragma GCC visibility push(default)
+#endif
+
 /* Bytes that a buffer for zuSaHpiTimeT2String holds at least: 30 characters and a NUL. */
 #define ZUSAHPI_TIME_TEXT_SIZE 31
 
@@ -63,6 +68,10 @@ extern const char *zuSaHpiRoot;
 /* The owner of a new log file. */
 extern uid_t zuSaHpiEuId;
 extern gid_t zuSaHpiGroupId;
+
+#if defined(__GNUC__)
+#pragma GCC visibility pop
+#endif
 
 #ifdef __cplusplus
 }
