@@ -38,6 +38,12 @@ target_link_libraries(zusahpi_library INTERFACE zusahpi_compile)
 target_compile_options(
   zusahpi_library INTERFACE $<$<COMPILE_LANGUAGE:CXX>:-fno-exceptions -fno-rtti
                             -fno-threadsafe-statics> -fvisibility=hidden)
+# Who builds it may ask for the assertions of the C++ library, as some distributions do for all that
+# they build. They end in that library, on which this one does not depend. The preprocessor takes
+# what is said with -Wp last, and a target's options behind CMAKE_CXX_FLAGS.
+target_compile_options(
+  zusahpi_library
+  INTERFACE $<$<COMPILE_LANGUAGE:CXX>:-Wp,-U_GLIBCXX_ASSERTIONS,-U_GLIBCXX_DEBUG>)
 # On i386 the tables for unwinding are a fifth of the library, and nothing there needs them: no
 # exception passes through it, and a debugger reads its own. On x86-64 the ABI asks for them. What
 # fills up to the next function is a kilobyte less there with an alignment of four bytes.
