@@ -1,5 +1,5 @@
-# How every target is compiled: zusahpi_compile for all code, zusahpi_library for the library on top
-# of it (no C++ run time, nothing exported by default, hardening).
+# How every target is compiled: zusahpi_compile for all code (warnings, hardening), zusahpi_library for
+# the library on top of it (no C++ run time, nothing exported by default).
 
 include(CheckCXXCompilerFlag)
 
@@ -51,11 +51,12 @@ if(CMAKE_SIZEOF_VOID_P EQUAL 4)
   target_compile_options(zusahpi_library INTERFACE -fno-asynchronous-unwind-tables
                                                    -falign-functions=4)
 endif()
+# The library and the tool read files that they do not trust.
 foreach(flag -fstack-protector-strong -fstack-clash-protection -fcf-protection)
   string(MAKE_C_IDENTIFIER "HAVE${flag}" have)
   check_cxx_compiler_flag(${flag} ${have})
   if(${have})
-    target_compile_options(zusahpi_library INTERFACE ${flag})
+    target_compile_options(zusahpi_compile INTERFACE ${flag})
   endif()
 endforeach()
 set(hardened_link -Wl,-z,relro,-z,now,-z,noexecstack)
