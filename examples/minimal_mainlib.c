@@ -2,7 +2,8 @@
  * A main library of one's own, as small as it can be: what libzuSaHpi_util imports, and a first use
  * of the log. Build it with
  *
- *   cc -Iinclude examples/minimal_mainlib.c -Lbuild/native -lzuSaHpi_util -o minimal_mainlib
+ *   cc -Iinclude examples/minimal_mainlib.c -Lbuild/native -Wl,-rpath,"$PWD/build/native" \
+ *      -lzuSaHpi_util -o minimal_mainlib
  *
  * and run it with the name of a log file: ./minimal_mainlib ./my.log
  */
