@@ -63,7 +63,7 @@ def check(document):
 
 def main():
     failures = total = 0
-    for document in [ROOT / "README.md", *sorted((ROOT / "docs").glob("*.md"))]:
+    for document in [ROOT / "README.md", ROOT / "CHANGELOG.md", *sorted((ROOT / "docs").glob("*.md"))]:
         wrong, count = check(document)
         total += count
         for line in wrong:
