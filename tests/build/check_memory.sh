@@ -6,7 +6,6 @@
 # usage: check_memory.sh BUILD_FOLDER
 set -euo pipefail
 build=$1
-export ZUSAHPI_FORK_TESTS=1
 left_out='ConfigMemory*:Unlock*:BitFlips*:*/BitFlips*:*/*.EveryCallFails/*:SelPacking.RandomRecordsComeBack'
 
 # check PROGRAM

@@ -10,7 +10,7 @@ cmake --preset coverage >/dev/null
 cmake --build --preset coverage --target "${programs[@]}"
 find "$build" -name '*.gcda' -delete
 for program in "${programs[@]}"; do
-    ZUSAHPI_FORK_TESTS=1 "$(find "$build/tests" -name "$program" -type f)"
+    "$(find "$build/tests" -name "$program" -type f)"
 done
 gcovr -r . --object-directory "$build" --json "$build/coverage.json" \
     -f '(util|constants|display|config|eventlog|frontends)/' "$build"
