@@ -137,7 +137,7 @@ TEST(LockRace, OfThoseWhoStartAtOnceOneGetsTheLock) {
         }
         race->go = true;
         int done = 0;
-        while (done + race->holders < racers) { // those who lost have ended, those who won wait
+        while (done + race->winners < racers) { // those who lost have ended, those who won wait
             done += ended(children);
             rest();
         }
