@@ -274,7 +274,7 @@ void startFlipped(const FlippedFile &file, const EventLogInfoRecord &like, std::
             dup2(nothing, STDOUT_FILENO);
             dup2(nothing, STDERR_FILENO);
             for (; at < file.bits(); at += stride) {
-                alarm(20);
+                alarm(120); // a start that never ends, on a machine however busy
                 file.flip(at);
                 startAndUse(file.path(), like);
                 file.restoreAll();

@@ -2,6 +2,7 @@
 // a terminal and elsewhere, and with -f each entry once, as it comes, whatever happens to the log.
 #include <algorithm>
 #include <array>
+#include <chrono>
 #include <csignal>
 #include <cstring>
 #include <filesystem>
@@ -18,6 +19,7 @@
 #include "tests/evtlogctl/program.h"
 #include "tests/evtlogctl/sel_samples.h"
 #include "tests/support/files.h"
+#include "tests/support/patience.h"
 
 namespace {
 
@@ -362,15 +364,16 @@ class Follower {
     Follower(const Follower &) = delete;
     Follower &operator=(const Follower &) = delete;
 
-    // The next line; what there is after twenty seconds when it does not come.
+    // The next line; what there is in the end when it does not come.
     std::string line() {
-        while (text_.find('\n') == std::string::npos && fill(20'000)) {
+        while (text_.find('\n') == std::string::npos && fill(test_support::patience)) {
         }
         return take(std::min(text_.find('\n'), text_.size() - 1) + 1);
     }
-    // Nothing more comes within a while.
+    // Nothing more comes within a while, and the program waits for a change: it had the time to
+    // see those before.
     bool isQuiet() {
-        while (text_.empty() && fill(300)) {
+        while (text_.empty() && (fill(std::chrono::milliseconds(300)) || !sleeps())) {
         }
         return text_.empty();
     }
@@ -389,10 +392,14 @@ class Follower {
     }
 
   private:
-    bool fill(int milliseconds) {
+    [[nodiscard]] bool sleeps() const {
+        const std::string status = readFile("/proc/" + std::to_string(process_) + "/status");
+        return status.find("\nState:\tS") != std::string::npos;
+    }
+    bool fill(std::chrono::milliseconds time) {
         std::array<char, 4096> buffer{};
         pollfd ready{.fd = output_, .events = POLLIN, .revents = 0};
-        if (poll(&ready, 1, milliseconds) != 1) {
+        if (poll(&ready, 1, static_cast<int>(time.count())) != 1) {
             return false;
         }
         const ssize_t count = read(output_, buffer.data(), buffer.size());
@@ -535,12 +542,11 @@ TEST_F(Follow, AcrossAFileThatIsNoLog) {
     std::filesystem::copy(log, folder.file("other"));
     std::filesystem::remove(log);
     writeFile(log, "no log");
-    for (int i = 0; i < 200 && readFile(errors).empty(); ++i) {
-        usleep(50'000);
-    }
-    EXPECT_EQ(readFile(errors), "evtlogctl: " + log +
-                                    " is no log: it is shorter than an empty log; name an event "
-                                    "log file\n");
+    const std::string line = "evtlogctl: " + log +
+                             " is no log: it is shorter than an empty log; name an event log "
+                             "file\n";
+    EXPECT_TRUE(test_support::comesTrue([&] { return readFile(errors) == line; }))
+        << readFile(errors);
     std::filesystem::rename(folder.file("other"), log);
     add("back");
     EXPECT_EQ(follower.line(), "User: back\n");

@@ -18,6 +18,7 @@
 #include "tests/evtlogctl/sel_samples.h"
 #include "tests/support/child.h"
 #include "tests/support/files.h"
+#include "tests/support/patience.h"
 #include "tools/evtlogctl/failure.h"
 
 namespace {
@@ -195,20 +196,17 @@ class Writer {
     pid_t process_;
 };
 
-void waitForLog(const std::string &path) {
-    for (int i = 0; i < 2000; ++i) {
+// The second entry is in the file, so that the first one is in the log.
+void waitForAnEntry(const std::string &path) {
+    EXPECT_TRUE(test_support::comesTrue([&] {
         struct stat status {};
-        if (stat(path.c_str(), &status) == 0 && status.st_size > eventlog::entriesOffset) {
-            return;
-        }
-        usleep(5000);
-    }
-    FAIL() << "no log appears";
+        return stat(path.c_str(), &status) == 0 && status.st_size > eventlog::entryOffset(2);
+    })) << "no log appears";
 }
 
 void readWhileWritten(const std::string &path, std::uint32_t type, std::uint32_t size) {
     const Writer writer(path, type, size);
-    waitForLog(path);
+    waitForAnEntry(path);
     std::uint32_t newest = 0;
     for (int i = 0; i < 5; ++i) {
         const Listed log = list(path);

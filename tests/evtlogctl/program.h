@@ -32,8 +32,8 @@ struct Typing {
 };
 
 // With a terminal as all its standard streams; `output` is what the terminal showed. A text that
-// does not show within twenty seconds ends the talk, and the exit status is then -1. The terminal
-// is of that kind and so many columns wide; with 0 it does not know its width.
+// does not show in all of a test's patience ends the talk, and the exit status is then -1. The
+// terminal is of that kind and so many columns wide; with 0 it does not know its width.
 Result talkOnTerminal(const std::vector<std::string> &arguments, const std::vector<Typing> &typings,
                       const std::string &kind = "dumb", unsigned short columns = 0);
 

@@ -1,10 +1,8 @@
 // Goal: the program does what its manual says, from end to end: every command, every option, every
 // way to go wrong, with the exit status and the line that tells the user what to do.
 #include <algorithm>
-#include <chrono>
 #include <csignal>
 #include <filesystem>
-#include <thread>
 
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -15,6 +13,7 @@
 #include "tests/evtlogctl/program.h"
 #include "tests/evtlogctl/sel_samples.h"
 #include "tests/support/files.h"
+#include "tests/support/patience.h"
 
 namespace {
 
@@ -662,18 +661,12 @@ TEST_F(Program, ALogThatCannotBeStarted) {
                       "/evtlog cannot be made: Not a directory; choose another with --root");
 }
 
-void waitFor(const std::string &path) {
-    for (int i = 0; i < 2000 && !exists(path); ++i) {
-        std::this_thread::sleep_for(std::chrono::milliseconds(5));
-    }
-}
-
 TEST_F(Program, ListWhileAnotherProcessAdds) {
     configure("linked", "Size=500");
     const std::string expected = readFile(dataFile("server.list.txt"));
     const pid_t importer =
         program::start({"--root", root, "--config", config, "import", exampleFile("server.sel")});
-    waitFor(log);
+    EXPECT_TRUE(test_support::comesTrue([this] { return exists(log); }));
     std::size_t lines = 0;
     int status = 0;
     while (waitpid(importer, &status, WNOHANG) == 0) {
@@ -705,9 +698,8 @@ TEST_F(Program, AnInterruptedImportGivesUpItsLock) {
     writeFile(file, bytesOf(records));
     const pid_t importer =
         program::start({"--root", root, "--config", config, "import", "--format=raw", file});
-    waitFor(log + ".lck");
-    waitFor(log);
-    std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    EXPECT_TRUE(test_support::comesTrue(
+        [this] { return exists(log) && std::filesystem::file_size(log) > 100'000; }));
     ASSERT_EQ(kill(importer, SIGTERM), 0);
     EXPECT_EQ(program::finish(importer), 1);
     EXPECT_FALSE(exists(log + ".lck"));

@@ -7,7 +7,8 @@
 #include <chrono>
 #include <csignal>
 #include <filesystem>
-#include <functional>
+#include <fstream>
+#include <iterator>
 #include <optional>
 #include <random>
 #include <thread>
@@ -22,12 +23,14 @@
 #include "tests/evtlogctl/program.h"
 #include "tests/evtlogctl/sel_samples.h"
 #include "tests/support/files.h"
+#include "tests/support/patience.h"
 
 namespace {
 
 using namespace std::chrono_literals;
 using program::Result;
 using sel_samples::bytesOf;
+using test_support::comesTrue;
 using test_support::exists;
 using test_support::readFile;
 using test_support::ScratchFolder;
@@ -35,19 +38,6 @@ using test_support::writeFile;
 
 using Clock = std::chrono::steady_clock;
 using Records = std::vector<sel_samples::Record>;
-
-constexpr auto patience = 60s; // for what takes a moment on a machine that is not busy
-
-bool comesTrue(const std::function<bool()> &condition) {
-    const auto end = Clock::now() + patience;
-    while (!condition()) {
-        if (Clock::now() > end) {
-            return false;
-        }
-        std::this_thread::sleep_for(10ms);
-    }
-    return true;
-}
 
 std::size_t linesOf(const std::string &text) {
     return static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n'));
@@ -388,15 +378,23 @@ TEST_F(Watch, TextWithoutRecords) {
 
 TEST_F(Watch, ACommandThatHangsIsStopped) {
     const std::string ids = folder.file("ids");
-    control("echo $$ >" + ids + "; sleep 1000 & echo $! >>" + ids + "; wait");
+    const auto noneRuns = [&] {
+        std::ifstream file(ids);
+        return std::none_of(std::istream_iterator<pid_t>(file), {},
+                            [](pid_t id) { return kill(id, 0) == 0; });
+    };
+    control("echo $$ >>" + ids + "; sleep 100000 & echo $! >>" + ids + "; wait");
     start({"--timeout", "0.5"});
     expectErrors("evtlogctl: sh did not end within 0.5 s and was stopped; check the controller, it "
                  "is asked again and again\n");
-    control("trap '' TERM; echo $$ >" + ids + "; while :; do sleep 1000; done");
+    control("trap '' TERM; echo $$ >>" + ids + "; while :; do sleep 100000; done");
+    const std::size_t before = linesOf(readFile(ids));
+    // On a busy machine it may be stopped before it has come so far.
+    EXPECT_TRUE(comesTrue([&] { return linesOf(readFile(ids)) > before; }));
     expectRuns(3);
     EXPECT_EQ(linesOf(readFile(err)), 1U) << readFile(err);
     EXPECT_EQ(end(), 0);
-    EXPECT_TRUE(comesTrue([&] { return kill(std::stoi(readFile(ids)), 0) != 0; }));
+    EXPECT_TRUE(comesTrue(noneRuns));
 }
 
 // ---- The end ------------------------------------------------------------------------------------
@@ -405,12 +403,10 @@ TEST_F(Watch, SignalsEndItWhileTheCommandRuns) {
     for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
         const std::string ids = folder.file("ids");
         writeFile(ids, "");
-        control("sleep 1000 & echo $! >" + ids + "; wait");
+        control("sleep 100000 & echo $! >" + ids + "; wait"); // longer than any test may take
         start();
         EXPECT_TRUE(comesTrue([&] { return linesOf(readFile(ids)) == 1; }));
-        const auto asked = Clock::now();
         EXPECT_EQ(end(signal), 0);
-        EXPECT_LT(Clock::now() - asked, 20s);
         EXPECT_TRUE(comesTrue([&] { return kill(std::stoi(readFile(ids)), 0) != 0; }));
         EXPECT_EQ(readFile(err), "");
     }
@@ -445,13 +441,13 @@ TEST_F(Watch, SignalsThatAreIgnoredFromTheStartDoNotEndIt) {
     EXPECT_EQ(readFile(err), "");
 }
 
-// Many records: the signal comes while they are added.
+// Many records: the signal comes while they are added, or, where the watch is quicker, behind them.
 TEST_F(Watch, SignalsEndItWhileItAdds) {
     configure("Size=100000\nOverflow=wrap");
     const Records records = manyRecords();
     controllerHas(records);
     start();
-    EXPECT_TRUE(comesTrue([&] { return exists(lock) && exists(log); }));
+    EXPECT_TRUE(comesTrue([&] { return exists(log); }));
     EXPECT_EQ(end(), 0);
     EXPECT_EQ(readFile(err), "");
     const std::string some = program::run({"--root", root, "--config", config, "export"}).output;
@@ -507,14 +503,17 @@ TEST_F(Watch, ALockThatIsHeldForAMoment) {
               0);
     writeFile(lock, "");
     controllerHas(someRecords(1, 2));
+    const auto started = Clock::now();
     start();
     expectRuns(1);
-    std::this_thread::sleep_for(1s);
+    std::this_thread::sleep_for(500ms);
     EXPECT_EQ(readFile(out), "");
     unlink(lock.c_str());
+    // The watch waits five seconds before it says so; a machine may be too busy for this test.
+    const bool wasAMoment = Clock::now() - started < 5s;
     expectOutput("sh: 2 records read, 1 added, 1 already known\n");
     EXPECT_EQ(end(), 0);
-    EXPECT_EQ(readFile(err), "");
+    EXPECT_TRUE(readFile(err).empty() || !wasAMoment) << readFile(err);
 }
 
 TEST_F(Watch, ALockThatIsHeldForLong) {

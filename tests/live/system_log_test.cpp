@@ -7,7 +7,6 @@
 #include <csignal>
 #include <cstring>
 #include <sstream>
-#include <thread>
 
 #include <fcntl.h>
 #include <sys/mount.h>
@@ -20,19 +19,17 @@
 #include "tests/support/child.h"
 #include "tests/support/files.h"
 #include "tests/support/mount_namespace.h"
+#include "tests/support/patience.h"
 #include "zuSaHpi_default_mainlib.h"
 #include "zuSaHpi_util.h"
 
 namespace {
 
-using namespace std::chrono_literals;
+using test_support::comesTrue;
 using test_support::exists;
 using test_support::readFile;
 using test_support::writeFile;
-using Clock = std::chrono::steady_clock;
 using Lines = std::vector<std::string>;
-
-constexpr auto patience = 60s; // for what takes a moment on a machine that is not busy
 
 // Every severity has a level of its own, and user events have others.
 constexpr const char *configuration = R"(EventLog=syslog {
@@ -106,11 +103,7 @@ class Daemon {
                    folder.file("pid").c_str(), nullptr);
             _exit(126);
         }
-        const auto end = Clock::now() + patience;
-        while (!exists("/dev/log") && Clock::now() < end) {
-            std::this_thread::sleep_for(10ms);
-        }
-        EXPECT_TRUE(exists("/dev/log")) << readFile(output);
+        EXPECT_TRUE(comesTrue([] { return exists("/dev/log"); })) << readFile(output);
     }
     ~Daemon() {
         kill(id_, SIGKILL);
@@ -121,12 +114,11 @@ class Daemon {
 
     // What has come in, when there are that many lines, or no more come.
     [[nodiscard]] Lines received(std::size_t count) const {
-        const auto end = Clock::now() + patience;
         Lines lines;
-        do {
-            std::this_thread::sleep_for(20ms);
+        (void)comesTrue([&] {
             lines = exists(lines_) ? linesOf(readFile(lines_)) : Lines{};
-        } while (lines.size() < count && Clock::now() < end);
+            return lines.size() >= count;
+        });
         return lines;
     }
 
