@@ -13,6 +13,7 @@ import tempfile
 from pathlib import Path
 
 from selenium import webdriver
+from selenium.common.exceptions import SessionNotCreatedException
 from selenium.webdriver.chrome.options import Options
 from selenium.webdriver.chrome.service import Service
 from selenium.webdriver.common.by import By
@@ -26,9 +27,24 @@ SENSOR, SENSOR_RDR, TEXT = 2, 2, 3
 HOSTILE = b"</script><script>window.harm=1</script><img src=x onerror=window.harm=1><b>\"'&amp;"
 DRIVER = "/usr/bin/chromedriver"
 ZONE = "Asia/Kolkata"  # +05:30, all year round
+ATTEMPTS = 5
+PATIENCE = 240  # seconds, for a script of this test in the page
 
 
-def start_browser(profile):
+def start_browser(folder):
+    """The browser has a minute to start; on a busy machine it may take more than one."""
+    for attempt in range(ATTEMPTS):
+        try:
+            browser = try_browser(Path(folder, f"profile{attempt}"))
+        except SessionNotCreatedException:
+            if attempt == ATTEMPTS - 1:
+                raise
+        else:
+            browser.set_script_timeout(PATIENCE)
+            return browser
+
+
+def try_browser(profile):
     options = Options()
     for argument in ("--headless=new", "--no-sandbox", "--disable-gpu", "--disable-dev-shm-usage",
                      "--window-size=1200,900", f"--user-data-dir={profile}"):
@@ -274,7 +290,7 @@ def main():
         listed = [json.loads(line) for line in lines.stdout.splitlines()]
         file = Path(folder, "report.html")
         subprocess.run([tool, "report", "-o", file, log], check=True)
-        browser = start_browser(Path(folder, "profile"))
+        browser = start_browser(folder)
         try:
             page = Page(browser, file)
             rows = [row_of(entry) for entry in reversed(listed)]

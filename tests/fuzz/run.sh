@@ -48,9 +48,10 @@ TMPDIR=$(mktemp -d "$place/zufuzz.XXXXXX")
 export TMPDIR
 trap 'rm -rf "$TMPDIR"' EXIT
 
-# An execution may take seconds at worst, all of them together minutes for each 100000.
-common=("-seed=$seed" -timeout=20 -rss_limit_mb=2048 -print_final_stats=1 -verbosity=0 -print_funcs=0)
-seconds=$((300 + runs / 100))
+# An execution may take seconds at worst, all of them together minutes for each 100000; a busy
+# machine gets ten times as long.
+common=("-seed=$seed" -timeout=120 -rss_limit_mb=2048 -print_final_stats=1 -verbosity=0 -print_funcs=0)
+seconds=$((3000 + runs / 10))
 
 # Some ten thousand executions find the planted defect; chance must not fail a test.
 canary_runs=5000000

@@ -18,7 +18,7 @@ import time
 from pathlib import Path
 
 MOST_EXPOSED = 12  # tenths; 100 is everything
-PATIENCE = 60  # seconds
+PATIENCE = 240  # seconds, for what takes a moment on a machine that is not busy
 NOT_CALLS = {"exit_group"}  # never returns, so strace may note it at any time
 
 

@@ -19,7 +19,7 @@ import tempfile
 import time
 from pathlib import Path
 
-PATIENCE = 120  # seconds, for what takes a moment on a machine that is not busy
+PATIENCE = 240  # seconds, for what takes a moment on a machine that is not busy
 CAPACITY = 20  # records of the controller's log
 RECORD = 16
 PASSWORD = "simulated"
@@ -55,7 +55,7 @@ class Controller:
             "mc_enable 0x20\n")
 
     def command(self, *words):
-        return ["ipmitool", "-I", "lanplus", "-C", "3", "-N", "2", "-R", "2", "-H", "127.0.0.1",
+        return ["ipmitool", "-I", "lanplus", "-C", "3", "-N", "2", "-R", "5", "-H", "127.0.0.1",
                 "-p", self.port, "-U", "reader", "-E", *words]
 
     def run(self, *words):

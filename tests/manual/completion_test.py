@@ -89,7 +89,7 @@ class Terminal:
         self.descriptor = descriptor
         self.shown = b""  # and not yet taken
 
-    def take_until(self, mark, seconds=60):
+    def take_until(self, mark, seconds=120):
         """What the program shows up to the mark and with it."""
         end = time.monotonic() + seconds
         while mark not in self.shown:
