@@ -53,7 +53,8 @@ char *zuSaHpiTimeT2String(SaHpiTimeT time, int flags, char *buffer);
  * Reads a time from text.
  *
  *   flags       always 0.
- *   errorIndex  receives 0, or the number of the error, an index into zuSaHpiTimeErrMsg.
+ *   errorIndex  receives ZUSAHPI_TIME_OK, or the number of the error, an index into
+ *               zuSaHpiTimeErrMsg.
  *
  * Returns the time, SAHPI_TIME_UNSPECIFIED when the text is none.
  */

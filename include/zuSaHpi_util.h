@@ -669,9 +669,38 @@ const char *zuSaHpi_strsignal(uint32_t signal);
  */
 int zuSaHpiDprint(zuSaHpiHandleT out, const void *data, uint32_t length, const char *prefix);
 
-#define ZUSAHPI_TIME_ERRORS 26
+/*
+ * The error numbers that the main library's time parser reports, each the index of its message.
+ * mainlib/time_parse.cpp says when the default main library's parser reports which.
+ */
+#define ZUSAHPI_TIME_OK 0
+#define ZUSAHPI_TIME_ILLEGAL_FIELD 1
+#define ZUSAHPI_TIME_ILLEGAL_LAST_CHARACTER 2
+#define ZUSAHPI_TIME_UNEXPECTED_DATE 3
+#define ZUSAHPI_TIME_ILLEGAL_MONTH 4
+#define ZUSAHPI_TIME_ILLEGAL_DAY 5
+#define ZUSAHPI_TIME_ILLEGAL_YEAR 6
+#define ZUSAHPI_TIME_UNEXPECTED_TIME 7
+#define ZUSAHPI_TIME_ILLEGAL_HOUR 8
+#define ZUSAHPI_TIME_ILLEGAL_MINUTE 9
+#define ZUSAHPI_TIME_ILLEGAL_SECOND 10
+#define ZUSAHPI_TIME_ILLEGAL_SUBSECONDS 11
+#define ZUSAHPI_TIME_UNEXPECTED_AM_PM 12
+#define ZUSAHPI_TIME_UNEXPECTED_DST 13
+#define ZUSAHPI_TIME_UNEXPECTED_STD 14
+#define ZUSAHPI_TIME_UNEXPECTED_RELATIVE 15
+#define ZUSAHPI_TIME_ILLEGAL_RELATIVE_DAYS 16
+#define ZUSAHPI_TIME_ILLEGAL_RELATIVE_HOURS 17
+#define ZUSAHPI_TIME_ILLEGAL_RELATIVE_MINUTES 18
+#define ZUSAHPI_TIME_ILLEGAL_RELATIVE_SECONDS 19
+#define ZUSAHPI_TIME_ILLEGAL_RELATIVE_SUBSECONDS 20
+#define ZUSAHPI_TIME_RELATIVE_COMPONENT_RANGE 21
+#define ZUSAHPI_TIME_RELATIVE_OUT_OF_RANGE 22
+#define ZUSAHPI_TIME_COMPONENT_RANGE 23
+#define ZUSAHPI_TIME_DATE_COMPONENT_RANGE 24
+#define ZUSAHPI_TIME_DATE_OUT_OF_RANGE 25
+#define ZUSAHPI_TIME_ERRORS 26 /* how many there are */
 
-/* The messages of the error numbers that the main library's time parser reports. */
 extern const char *const zuSaHpiTimeErrMsg[ZUSAHPI_TIME_ERRORS];
 
 #if defined(__GNUC__)

@@ -3,38 +3,38 @@
 
 #include <string_view>
 
-#include "SaHpi.h"
+#include "zuSaHpi_util.h"
 
 namespace zusahpi::mainlib {
 
-// The numbers are those of zuSaHpiTimeErrMsg. time_parse.cpp says when each is reported.
+// time_parse.cpp says when each is reported.
 enum class TimeError : int {
-    none = 0,
-    illegalField = 1,
-    illegalLastCharacter = 2,
-    unexpectedDate = 3,
-    illegalMonth = 4,
-    illegalDay = 5,
-    illegalYear = 6,
-    unexpectedTime = 7,
-    illegalHour = 8,
-    illegalMinute = 9,
-    illegalSecond = 10,
-    illegalSubseconds = 11,
-    unexpectedHalfDay = 12,
-    unexpectedDst = 13,
-    unexpectedStd = 14,
-    unexpectedRelative = 15,
-    illegalRelativeDays = 16,
-    illegalRelativeHours = 17,
-    illegalRelativeMinutes = 18,
-    illegalRelativeSeconds = 19,
-    illegalRelativeSubseconds = 20,
-    relativeComponentRange = 21,
-    relativeOutOfRange = 22,
-    timeComponentRange = 23,
-    dateComponentRange = 24,
-    dateOutOfRange = 25,
+    none = ZUSAHPI_TIME_OK,
+    illegalField = ZUSAHPI_TIME_ILLEGAL_FIELD,
+    illegalLastCharacter = ZUSAHPI_TIME_ILLEGAL_LAST_CHARACTER,
+    unexpectedDate = ZUSAHPI_TIME_UNEXPECTED_DATE,
+    illegalMonth = ZUSAHPI_TIME_ILLEGAL_MONTH,
+    illegalDay = ZUSAHPI_TIME_ILLEGAL_DAY,
+    illegalYear = ZUSAHPI_TIME_ILLEGAL_YEAR,
+    unexpectedTime = ZUSAHPI_TIME_UNEXPECTED_TIME,
+    illegalHour = ZUSAHPI_TIME_ILLEGAL_HOUR,
+    illegalMinute = ZUSAHPI_TIME_ILLEGAL_MINUTE,
+    illegalSecond = ZUSAHPI_TIME_ILLEGAL_SECOND,
+    illegalSubseconds = ZUSAHPI_TIME_ILLEGAL_SUBSECONDS,
+    unexpectedHalfDay = ZUSAHPI_TIME_UNEXPECTED_AM_PM,
+    unexpectedDst = ZUSAHPI_TIME_UNEXPECTED_DST,
+    unexpectedStd = ZUSAHPI_TIME_UNEXPECTED_STD,
+    unexpectedRelative = ZUSAHPI_TIME_UNEXPECTED_RELATIVE,
+    illegalRelativeDays = ZUSAHPI_TIME_ILLEGAL_RELATIVE_DAYS,
+    illegalRelativeHours = ZUSAHPI_TIME_ILLEGAL_RELATIVE_HOURS,
+    illegalRelativeMinutes = ZUSAHPI_TIME_ILLEGAL_RELATIVE_MINUTES,
+    illegalRelativeSeconds = ZUSAHPI_TIME_ILLEGAL_RELATIVE_SECONDS,
+    illegalRelativeSubseconds = ZUSAHPI_TIME_ILLEGAL_RELATIVE_SUBSECONDS,
+    relativeComponentRange = ZUSAHPI_TIME_RELATIVE_COMPONENT_RANGE,
+    relativeOutOfRange = ZUSAHPI_TIME_RELATIVE_OUT_OF_RANGE,
+    timeComponentRange = ZUSAHPI_TIME_COMPONENT_RANGE,
+    dateComponentRange = ZUSAHPI_TIME_DATE_COMPONENT_RANGE,
+    dateOutOfRange = ZUSAHPI_TIME_DATE_OUT_OF_RANGE,
 };
 
 struct TimeReading {

@@ -283,7 +283,7 @@ TEST(TimeParse, EveryErrorHasItsReasons) {
         }
     }
     EXPECT_EQ(seen.size(), std::size_t{ZUSAHPI_TIME_ERRORS - 1});
-    EXPECT_FALSE(seen.contains(0));
+    EXPECT_FALSE(seen.contains(ZUSAHPI_TIME_OK));
 }
 
 TEST(TimeParse, TheImportedFunctionUsesTheHostClock) {
@@ -296,7 +296,7 @@ TEST(TimeParse, TheImportedFunctionUsesTheHostClock) {
         time = zuSaHpiString2TimeT(" 00:00:01", 0, &error);
         after = zuSaHpiGetTimeofDay() / day;
     } while (before != after);
-    EXPECT_EQ(error, 0);
+    EXPECT_EQ(error, ZUSAHPI_TIME_OK);
     EXPECT_EQ(time, before * day + second);
 }
 
@@ -304,14 +304,14 @@ TEST(TimeParse, TheImportedFunctionAlwaysSetsTheError) {
     int error = -1;
     EXPECT_EQ(zuSaHpiString2TimeT("2026-11-21T08:06:12.123456789Z", 0, &error),
               1'795'248'372'123'456'789);
-    EXPECT_EQ(error, 0);
+    EXPECT_EQ(error, ZUSAHPI_TIME_OK);
     error = -1;
     EXPECT_EQ(zuSaHpiString2TimeT("unspecified", 0, &error), SAHPI_TIME_UNSPECIFIED);
-    EXPECT_EQ(error, 0);
+    EXPECT_EQ(error, ZUSAHPI_TIME_OK);
     EXPECT_EQ(zuSaHpiString2TimeT("2026-13-01", 0, &error), SAHPI_TIME_UNSPECIFIED);
-    EXPECT_EQ(error, 24);
+    EXPECT_EQ(error, ZUSAHPI_TIME_DATE_COMPONENT_RANGE);
     EXPECT_EQ(zuSaHpiString2TimeT(nullptr, 0, &error), SAHPI_TIME_UNSPECIFIED);
-    EXPECT_EQ(error, 1);
+    EXPECT_EQ(error, ZUSAHPI_TIME_ILLEGAL_FIELD);
 }
 
 TEST(TimeParse, NulsAndHighBytesAreNoFields) {
