@@ -3,8 +3,8 @@
 include(CheckLinkerFlag)
 include(GNUInstallDirs)
 
-# An installed tree keeps the headers in a folder of their own: other implementations of the HPI
-# standard bring a SaHpi.h as well.
+# An installed tree keeps the headers in a folder of their own. SaHpi.h lies below it, in hpi/, which
+# no search path leads to: a platform's own SaHpi.h counts wherever it stands on the path.
 set(header_folder ${CMAKE_INSTALL_INCLUDEDIR}/zuSaHpi)
 set(public_headers $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include>
                    $<INSTALL_INTERFACE:${header_folder}>)

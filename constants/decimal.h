@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "SaHpi.h"
+#include "hpi/SaHpi.h"
 
 namespace zusahpi::constants {
 

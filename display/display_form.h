@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "SaHpi.h"
+#include "hpi/SaHpi.h"
 
 namespace zusahpi::display {
 

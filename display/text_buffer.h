@@ -2,7 +2,7 @@
 // ASCII6 are not decoded.
 #pragma once
 
-#include "SaHpi.h"
+#include "hpi/SaHpi.h"
 
 namespace zusahpi::display {
 

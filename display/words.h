@@ -1,7 +1,7 @@
 // The words for a boolean, of which any byte but 0 is true.
 #pragma once
 
-#include "SaHpi.h"
+#include "hpi/SaHpi.h"
 
 namespace zusahpi::display {
 

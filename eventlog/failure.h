@@ -2,7 +2,7 @@
 // end of the process.
 #pragma once
 
-#include "SaHpi.h"
+#include "hpi/SaHpi.h"
 
 namespace zusahpi::eventlog {
 

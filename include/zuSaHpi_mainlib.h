@@ -10,7 +10,6 @@
 
 #include <sys/types.h>
 
-#include "SaHpi.h"
 #include "zuSaHpi_util.h"
 
 #ifdef __cplusplus

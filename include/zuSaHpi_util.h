@@ -41,7 +41,6 @@
 
 #include <stdint.h>
 
-#include "SaHpi.h"
 #include "zuSaHpi_layout.h"
 
 /* The version of the library; the build reads it from here. */

@@ -5,7 +5,7 @@
 #include <ctime>
 #include <limits>
 
-#include "SaHpi.h"
+#include "hpi/SaHpi.h"
 
 namespace zusahpi::mainlib {
 

@@ -2,7 +2,7 @@
 // results wrap in 64 bits, where signed arithmetic would be undefined.
 #pragma once
 
-#include "SaHpi.h"
+#include "hpi/SaHpi.h"
 
 namespace zusahpi {
 

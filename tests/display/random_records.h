@@ -11,7 +11,7 @@
 #include <span>
 #include <vector>
 
-#include "SaHpi.h"
+#include "hpi/SaHpi.h"
 
 namespace random_records {
 

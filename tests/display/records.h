@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "SaHpi.h"
+#include "hpi/SaHpi.h"
 #include "tests/support/files.h"
 
 // A text kept in a file beside the tests. Blanks at the end of a line count.

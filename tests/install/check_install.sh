@@ -9,6 +9,7 @@ shift 3
 flags=("$@")
 here=$(cd "$(dirname "$0")" && pwd)
 source=$(cd "$here/../.." && pwd)
+own_header=$source/tests/build/own_header
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 tree=$scratch/root/opt/zusahpi
@@ -68,7 +69,8 @@ run_programs() {
 cmake_consumer() {
     local folder=$scratch/$1 count=$2
     shift 2
-    cmake -G Ninja -S "$here/consumer" -B "$folder" -DEXAMPLES="$source/examples" "$@" \
+    cmake -G Ninja -S "$here/consumer" -B "$folder" -DEXAMPLES="$source/examples" \
+        -DOWN_HEADER="$own_header" "$@" \
         >"$folder.log" 2>&1 || { cat "$folder.log" >&2 && fail "$folder: not configured"; }
     cmake --build "$folder" >"$folder.log" 2>&1 || { cat "$folder.log" >&2 && fail "$folder: not built"; }
     run_programs "$folder" "$count"
@@ -103,7 +105,13 @@ pkgconfig_consumers() {
         pkgconfig_consumer use_log_cpp$kind "$cxx" "$here/consumer/use_log.cpp" zuSaHpi_mainlib $kind
         pkgconfig_consumer minimal_mainlib_c$kind "$cc" "$example" zuSaHpi_util $kind
     done
-    LD_LIBRARY_PATH=$lib run_programs "$scratch/pkg-config" 6
+    # A SaHpi.h of the user's own counts although its folder stands behind that of our headers.
+    read -ra options < <(PKG_CONFIG_LIBDIR=$pc pkg-config --cflags zuSaHpi_util)
+    echo '#include <SaHpi.h>' | "$cc" "${options[@]}" -I"$own_header" -E -x c - |
+        grep -F "$own_header/SaHpi.h" >/dev/null || fail "<SaHpi.h> is not the user's own"
+    flags+=(-DZUSAHPI_OWN_SAHPI_H -idirafter "$own_header")
+    pkgconfig_consumer minimal_mainlib_own_header "$cc" "$example" zuSaHpi_util
+    LD_LIBRARY_PATH=$lib run_programs "$scratch/pkg-config" 7
 }
 
 # expect_refusal TEXT OPTION...: the configuration is refused with a line that holds the text
@@ -127,8 +135,8 @@ library_alone() {
 install_tree
 check_files
 library_alone
-cmake_consumer find_package 6 -DCMAKE_PREFIX_PATH="$tree"
-cmake_consumer find_package_c_only 4 -DCMAKE_PREFIX_PATH="$tree" -DLANGUAGES=C
+cmake_consumer find_package 7 -DCMAKE_PREFIX_PATH="$tree"
+cmake_consumer find_package_c_only 5 -DCMAKE_PREFIX_PATH="$tree" -DLANGUAGES=C
 pkgconfig_consumers
-cmake_consumer add_subdirectory 6 -DZUSAHPI_SOURCE="$source"
+cmake_consumer add_subdirectory 7 -DZUSAHPI_SOURCE="$source"
 check_no_leak "$scratch/add_subdirectory"

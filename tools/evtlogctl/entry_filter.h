@@ -10,7 +10,7 @@
 
 #include <regex.h>
 
-#include "SaHpi.h"
+#include "hpi/SaHpi.h"
 #include "zuSaHpi_util.h"
 
 namespace zusahpi::evtlogctl {

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "SaHpi.h"
+#include "hpi/SaHpi.h"
 #include "tools/evtlogctl/sel_record.h"
 
 namespace zusahpi::sel {

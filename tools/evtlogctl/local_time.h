@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string>
 
-#include "SaHpi.h"
+#include "hpi/SaHpi.h"
 
 namespace zusahpi::evtlogctl {
 

@@ -27,7 +27,7 @@
 #include <cstdint>
 #include <optional>
 
-#include "SaHpi.h"
+#include "hpi/SaHpi.h"
 #include "tools/evtlogctl/sel_record.h"
 
 namespace zusahpi::sel {

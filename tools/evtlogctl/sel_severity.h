@@ -23,7 +23,7 @@
 #include <string_view>
 #include <vector>
 
-#include "SaHpi.h"
+#include "hpi/SaHpi.h"
 
 namespace zusahpi::sel {
 

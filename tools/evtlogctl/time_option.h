@@ -5,7 +5,7 @@
 #include <optional>
 #include <string_view>
 
-#include "SaHpi.h"
+#include "hpi/SaHpi.h"
 
 namespace zusahpi::evtlogctl {
 

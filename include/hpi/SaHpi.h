@@ -2,9 +2,9 @@
  * Types and constants of the HPI standard (Service Availability Forum Hardware Platform
  * Interface, release B.01.01) as far as this system uses them.
  *
- * The header takes the standard's own include guard: where the standard's header is at hand it can
- * be used in this one's place, provided that it is compiled so that 64-bit members sit on 8-byte
- * boundaries (on i386: -malign-double). zuSaHpi_util.h asserts the layout that the library needs.
+ * A platform that has a SaHpi.h of its own uses that one in this one's place: zuSaHpi_layout.h says
+ * how, and asserts the layout that the library needs. This one takes the standard's own include
+ * guard, and lies in a folder of its own, which no search path leads to: <SaHpi.h> is never it.
  *
  * Invariants: every 64-bit type is aligned to 8 bytes on every ABI, every enumeration is an
  * unsigned 32-bit value, and no record has a different layout on i386 and x86-64. Records arrive
@@ -13,14 +13,12 @@
 #ifndef __SAHPI_H
 #define __SAHPI_H
 
-#include "zuSaHpi_layout.h"
-
 #ifdef __cplusplus
 extern "C" {
 #endif
 
-/* C++ fixes the width of an enumeration, so that reading an unknown value is defined there. */
-#ifdef __cplusplus
+/* C++11 fixes the width of an enumeration, so that reading an unknown value is defined there. */
+#if defined(__cplusplus) && __cplusplus >= 201103L
 #define SAHPI_ENUM_U32 : unsigned int
 #else
 #define SAHPI_ENUM_U32
@@ -31,12 +29,17 @@ extern "C" {
 typedef unsigned char SaHpiUint8T;
 typedef unsigned short SaHpiUint16T;
 typedef unsigned int SaHpiUint32T;
-typedef unsigned long long SaHpiUint64T ZUSAHPI_ALIGNED_8;
 typedef signed char SaHpiInt8T;
 typedef short SaHpiInt16T;
 typedef int SaHpiInt32T;
-typedef long long SaHpiInt64T ZUSAHPI_ALIGNED_8;
-typedef double SaHpiFloat64T ZUSAHPI_ALIGNED_8;
+
+/* i386 alone would put these on 4 bytes. C89 and C++98 take long long for an extension. */
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wlong-long"
+typedef unsigned long long SaHpiUint64T __attribute__((aligned(8)));
+typedef long long SaHpiInt64T __attribute__((aligned(8)));
+#pragma GCC diagnostic pop
+typedef double SaHpiFloat64T __attribute__((aligned(8)));
 
 /* False is 0; any other value is true. */
 typedef SaHpiUint8T SaHpiBoolT;
@@ -261,9 +264,6 @@ typedef struct {
     SaHpiUint8T DataLength; /* bytes of Data in use */
     SaHpiUint8T Data[SAHPI_MAX_TEXT_BUFFER_LENGTH];
 } SaHpiTextBufferT;
-ZUSAHPI_ASSERT_SIZE(SaHpiTextBufferT, 264);
-ZUSAHPI_ASSERT_OFFSET(SaHpiTextBufferT, DataLength, 8);
-ZUSAHPI_ASSERT_OFFSET(SaHpiTextBufferT, Data, 9);
 
 /* ---- Entities ------------------------------------------------------------------------------- */
 
@@ -350,7 +350,6 @@ typedef struct {
 typedef struct {
     SaHpiEntityT Entry[SAHPI_MAX_ENTITY_PATH];
 } SaHpiEntityPathT;
-ZUSAHPI_ASSERT_SIZE(SaHpiEntityPathT, 128);
 
 #define SAHPI_MAX_NAME_LENGTH 256
 
@@ -358,7 +357,6 @@ typedef struct {
     SaHpiUint16T Length;
     SaHpiUint8T Value[SAHPI_MAX_NAME_LENGTH];
 } SaHpiNameT;
-ZUSAHPI_ASSERT_SIZE(SaHpiNameT, 258);
 
 /* ---- Event categories and states ------------------------------------------------------------ */
 
@@ -547,8 +545,6 @@ typedef struct {
     SaHpiSensorReadingTypeT Type;
     SaHpiSensorReadingUnionT Value;
 } SaHpiSensorReadingT;
-ZUSAHPI_ASSERT_SIZE(SaHpiSensorReadingT, 40);
-ZUSAHPI_ASSERT_OFFSET(SaHpiSensorReadingT, Value, 8);
 
 typedef enum SAHPI_ENUM_U32 {
     SAHPI_SENS_ADD_EVENTS_TO_MASKS = 0,
@@ -582,7 +578,6 @@ typedef struct {
     SaHpiSensorReadingT NormalMax;
     SaHpiSensorReadingT NormalMin;
 } SaHpiSensorRangeT;
-ZUSAHPI_ASSERT_SIZE(SaHpiSensorRangeT, 208);
 
 typedef enum SAHPI_ENUM_U32 {
     SAHPI_SU_UNSPECIFIED = 0,
@@ -694,7 +689,6 @@ typedef struct {
     SaHpiSensorRangeT Range;
     SaHpiFloat64T AccuracyFactor;
 } SaHpiSensorDataFormatT;
-ZUSAHPI_ASSERT_SIZE(SaHpiSensorDataFormatT, 240);
 
 typedef struct {
     SaHpiBoolT IsAccessible;
@@ -720,7 +714,6 @@ typedef struct {
     SaHpiSensorThdDefnT ThresholdDefn;
     SaHpiUint32T Oem;
 } SaHpiSensorRecT;
-ZUSAHPI_ASSERT_SIZE(SaHpiSensorRecT, 272);
 
 /* ---- Controls ------------------------------------------------------------------------------- */
 
@@ -760,7 +753,6 @@ typedef struct {
     SaHpiTxtLineNumT Line;
     SaHpiTextBufferT Text;
 } SaHpiCtrlStateTextT;
-ZUSAHPI_ASSERT_SIZE(SaHpiCtrlStateTextT, 268);
 
 #define SAHPI_CTRL_MAX_OEM_BODY_LENGTH 255
 
@@ -769,7 +761,6 @@ typedef struct {
     SaHpiUint8T BodyLength;
     SaHpiUint8T Body[SAHPI_CTRL_MAX_OEM_BODY_LENGTH];
 } SaHpiCtrlStateOemT;
-ZUSAHPI_ASSERT_SIZE(SaHpiCtrlStateOemT, 260);
 
 typedef enum SAHPI_ENUM_U32 { SAHPI_CTRL_MODE_AUTO = 0, SAHPI_CTRL_MODE_MANUAL = 1 } SaHpiCtrlModeT;
 
@@ -829,7 +820,6 @@ typedef union {
     SaHpiCtrlRecTextT Text;
     SaHpiCtrlRecOemT Oem;
 } SaHpiCtrlRecUnionT;
-ZUSAHPI_ASSERT_SIZE(SaHpiCtrlRecUnionT, 280);
 
 typedef struct {
     SaHpiCtrlModeT Mode;
@@ -845,7 +835,6 @@ typedef struct {
     SaHpiBoolT WriteOnly;
     SaHpiUint32T Oem;
 } SaHpiCtrlRecT;
-ZUSAHPI_ASSERT_SIZE(SaHpiCtrlRecT, 308);
 
 /* ---- Inventory ------------------------------------------------------------------------------ */
 
@@ -1007,7 +996,6 @@ typedef struct {
     SaHpiUint32T Oem;
     SaHpiUint32T SensorSpecific;
 } SaHpiSensorEventT;
-ZUSAHPI_ASSERT_SIZE(SaHpiSensorEventT, 112);
 
 /* A mask. */
 typedef SaHpiUint8T SaHpiSensorEnableOptDataT;
@@ -1082,7 +1070,6 @@ typedef union {
     SaHpiOemEventT OemEvent;
     SaHpiUserEventT UserEvent;
 } SaHpiEventUnionT;
-ZUSAHPI_ASSERT_SIZE(SaHpiEventUnionT, 272);
 
 typedef struct {
     SaHpiResourceIdT Source;
@@ -1091,11 +1078,6 @@ typedef struct {
     SaHpiSeverityT Severity;
     SaHpiEventUnionT EventDataUnion;
 } SaHpiEventT;
-ZUSAHPI_ASSERT_SIZE(SaHpiEventT, 296);
-ZUSAHPI_ASSERT_OFFSET(SaHpiEventT, EventType, 4);
-ZUSAHPI_ASSERT_OFFSET(SaHpiEventT, Timestamp, 8);
-ZUSAHPI_ASSERT_OFFSET(SaHpiEventT, EventDataUnion, 24);
-ZUSAHPI_ASSERT_OFFSET(SaHpiEventT, EventDataUnion.UserEvent.UserEventData.DataLength, 32);
 
 /* A mask. */
 typedef SaHpiUint8T SaHpiEvtQueueStatusT;
@@ -1123,7 +1105,6 @@ typedef struct {
     SaHpiManufacturerIdT Mid;
     SaHpiTextBufferT Data;
 } SaHpiConditionT;
-ZUSAHPI_ASSERT_SIZE(SaHpiConditionT, 672);
 
 typedef enum SAHPI_ENUM_U32 {
     SAHPI_ANNUNCIATOR_MODE_AUTO = 0,
@@ -1168,7 +1149,6 @@ typedef union {
     SaHpiWatchdogRecT WatchdogRec;
     SaHpiAnnunciatorRecT AnnunciatorRec;
 } SaHpiRdrTypeUnionT;
-ZUSAHPI_ASSERT_SIZE(SaHpiRdrTypeUnionT, 312);
 
 typedef struct {
     SaHpiEntryIdT RecordId;
@@ -1178,9 +1158,6 @@ typedef struct {
     SaHpiRdrTypeUnionT RdrTypeUnion;
     SaHpiTextBufferT IdString;
 } SaHpiRdrT;
-ZUSAHPI_ASSERT_SIZE(SaHpiRdrT, 720);
-ZUSAHPI_ASSERT_OFFSET(SaHpiRdrT, RdrType, 4);
-ZUSAHPI_ASSERT_OFFSET(SaHpiRdrT, RdrTypeUnion, 144);
 
 /* ---- Resources ------------------------------------------------------------------------------ */
 
@@ -1217,7 +1194,6 @@ typedef struct {
     SaHpiUint8T AuxFirmwareRev;
     SaHpiGuidT Guid;
 } SaHpiResourceInfoT;
-ZUSAHPI_ASSERT_SIZE(SaHpiResourceInfoT, 32);
 
 /* A mask. */
 typedef SaHpiUint32T SaHpiCapabilitiesT;
@@ -1254,8 +1230,6 @@ typedef struct {
     SaHpiBoolT ResourceFailed;
     SaHpiTextBufferT ResourceTag;
 } SaHpiRptEntryT;
-ZUSAHPI_ASSERT_SIZE(SaHpiRptEntryT, 448);
-ZUSAHPI_ASSERT_OFFSET(SaHpiRptEntryT, ResourceCapabilities, 168);
 
 /* A mask. */
 typedef SaHpiUint32T SaHpiDomainCapabilitiesT;
@@ -1279,11 +1253,6 @@ typedef struct {
     SaHpiBoolT OverflowResetable;
     SaHpiEventLogOverflowActionT OverflowAction;
 } SaHpiEventLogInfoT;
-ZUSAHPI_ASSERT_SIZE(SaHpiEventLogInfoT, 40);
-ZUSAHPI_ASSERT_OFFSET(SaHpiEventLogInfoT, UpdateTimestamp, 16);
-ZUSAHPI_ASSERT_OFFSET(SaHpiEventLogInfoT, CurrentTime, 24);
-ZUSAHPI_ASSERT_OFFSET(SaHpiEventLogInfoT, Enabled, 32);
-ZUSAHPI_ASSERT_OFFSET(SaHpiEventLogInfoT, OverflowAction, 36);
 
 typedef SaHpiUint32T SaHpiEventLogEntryIdT;
 #define SAHPI_OLDEST_ENTRY ((SaHpiEventLogEntryIdT)0)
@@ -1295,9 +1264,6 @@ typedef struct {
     SaHpiTimeT Timestamp;
     SaHpiEventT Event;
 } SaHpiEventLogEntryT;
-ZUSAHPI_ASSERT_SIZE(SaHpiEventLogEntryT, 312);
-ZUSAHPI_ASSERT_OFFSET(SaHpiEventLogEntryT, Timestamp, 8);
-ZUSAHPI_ASSERT_OFFSET(SaHpiEventLogEntryT, Event, 16);
 
 #undef SAHPI_ENUM_U32
 
