@@ -11,65 +11,41 @@
 
 #include "frontends/message_formats.h"
 #include "util/diagnostics.h"
+#include "zuSaHpi_messages.h"
 
 namespace zusahpi::frontends {
 namespace {
 
-// Offsets in the message. The transport's area comes first, then the size, the header, the payload.
-constexpr std::size_t sizeOffset = 108;
-constexpr std::size_t headerOffset = sizeOffset + sizeof(std::uint32_t);
-constexpr std::size_t typeOffset = headerOffset;
-constexpr std::size_t returnCodeOffset = typeOffset + sizeof(std::uint32_t);
-constexpr std::size_t headerSize = 16;
-constexpr std::size_t payloadOffset = headerOffset + headerSize;
-static_assert(payloadOffset == 128);
+// The sizes of the printed table are those that replies carry.
+static_assert(sizeOf(MessageFormat::hdrOnly) == ZUSAHPI_MSG_HEADER_SIZE);
+static_assert(sizeOf(MessageFormat::eventLogInfo) == ZUSAHPI_MSG_INFO_SIZE);
+static_assert(sizeOf(MessageFormat::eventLogEntry) == ZUSAHPI_MSG_ENTRY_SIZE);
+static_assert(sizeOf(MessageFormat::rptEnt) == ZUSAHPI_MSG_RPT_SIZE);
+static_assert(sizeOf(MessageFormat::rdr) == ZUSAHPI_MSG_RDR_SIZE);
 
-// What the message type of a request may be. A reply's type is its request's plus one, except that
-// clear and reset overflow keep theirs.
-enum class Request : std::uint32_t {
-    infoGet = 10,
-    entryGet = 12,
-    rptGet = 14,
-    rdrGet = 16,
-    add = 18,
-    clear = 20,
-    resetOverflow = 21,
-    setTime = 22,
-    setState = 24,
-};
+// Offsets in the message.
+constexpr std::size_t sizeOffset = offsetof(zuSaHpiMessageT, size);
+constexpr std::size_t typeOffset = offsetof(zuSaHpiMessageT, type);
+constexpr std::size_t returnCodeOffset = offsetof(zuSaHpiMessageT, returnCode);
 
-// Offsets in the payloads of requests and of replies.
-constexpr std::size_t requestEntryId = payloadOffset;
-constexpr std::size_t requestEvent = payloadOffset;
-constexpr std::size_t requestTime = payloadOffset + offsetof(SaHpiEventLogInfoT, CurrentTime);
-constexpr std::size_t requestEnabled = payloadOffset + offsetof(SaHpiEventLogInfoT, Enabled);
+constexpr std::size_t requestEntryId = offsetof(zuSaHpiMessageT, payload.entryId);
+constexpr std::size_t requestEvent = offsetof(zuSaHpiMessageT, payload.event);
+constexpr std::size_t requestTime = offsetof(zuSaHpiMessageT, payload.info.CurrentTime);
+constexpr std::size_t requestEnabled = offsetof(zuSaHpiMessageT, payload.info.Enabled);
 
-constexpr std::size_t replyInfo = payloadOffset;
+constexpr std::size_t replyInfo = offsetof(zuSaHpiMessageT, payload.info);
 
-constexpr std::size_t replyEntry = payloadOffset;
-constexpr std::size_t replyRptValid = replyEntry + sizeof(SaHpiEventLogEntryT);
-constexpr std::size_t replyRdrValid = replyRptValid + sizeof(SaHpiBoolT);
-constexpr std::size_t replyPrevious = replyRdrValid + sizeof(SaHpiBoolT) + 2; // of padding
-constexpr std::size_t replyNext = replyPrevious + sizeof(SaHpiEntryIdT);
+constexpr std::size_t replyEntry = offsetof(zuSaHpiMessageT, payload.entry.entry);
+constexpr std::size_t replyRptValid = offsetof(zuSaHpiMessageT, payload.entry.rptValid);
+constexpr std::size_t replyRdrValid = offsetof(zuSaHpiMessageT, payload.entry.rdrValid);
+constexpr std::size_t replyPrevious = offsetof(zuSaHpiMessageT, payload.entry.previous);
+constexpr std::size_t replyNext = offsetof(zuSaHpiMessageT, payload.entry.next);
 
-constexpr std::size_t replyRpt = payloadOffset;
-constexpr std::size_t replyRptNext = replyRpt + sizeof(SaHpiRptEntryT);
+constexpr std::size_t replyRpt = offsetof(zuSaHpiMessageT, payload.rpt.rpt);
+constexpr std::size_t replyRptNext = offsetof(zuSaHpiMessageT, payload.rpt.next);
 
-constexpr std::size_t replyRdr = payloadOffset;
-constexpr std::size_t replyRdrNext = replyRdr + sizeof(SaHpiRdrT) + 4; // of padding
-
-static_assert(requestTime == payloadOffset + 24 && requestEnabled == payloadOffset + 32);
-static_assert(replyPrevious == payloadOffset + 316 && replyNext == payloadOffset + 320);
-static_assert(replyRptNext == payloadOffset + 448 && replyRdrNext == payloadOffset + 724);
-
-// The end of the last field, and the padding of the entry reply behind it, give the table's sizes.
-static_assert(sizeOf(MessageFormat::hdrOnly) == headerSize);
-static_assert(sizeOf(MessageFormat::eventLogInfo) ==
-              replyInfo + sizeof(SaHpiEventLogInfoT) - headerOffset);
-static_assert(sizeOf(MessageFormat::eventLogEntry) ==
-              replyNext + sizeof(SaHpiEntryIdT) + 4 - headerOffset);
-static_assert(sizeOf(MessageFormat::rptEnt) == replyRptNext + sizeof(SaHpiEntryIdT) - headerOffset);
-static_assert(sizeOf(MessageFormat::rdr) == replyRdrNext + sizeof(SaHpiEntryIdT) - headerOffset);
+constexpr std::size_t replyRdr = offsetof(zuSaHpiMessageT, payload.rdr.rdr);
+constexpr std::size_t replyRdrNext = offsetof(zuSaHpiMessageT, payload.rdr.next);
 
 template <typename T>
 [[nodiscard]] T fieldOf(const std::byte *message, std::size_t offset) {
@@ -87,16 +63,16 @@ void setReturnCode(std::byte *message, SaErrorT code) {
     setField(message, returnCodeOffset, static_cast<std::int32_t>(code));
 }
 
-void setReply(std::byte *message, Request request, MessageFormat format) {
-    setField(message, typeOffset, static_cast<std::uint32_t>(request) + 1);
-    setField(message, sizeOffset, sizeOf(format));
+void setReply(std::byte *message, std::uint32_t type, std::uint32_t size) {
+    setField(message, typeOffset, type);
+    setField(message, sizeOffset, size);
 }
 
 [[nodiscard]] SaErrorT serveInfoGet(std::byte *message) {
     SaHpiEventLogInfoT info;
     const SaErrorT result = zuSaHpiEventLogInfoGet(&info);
     if (result == SA_OK) {
-        setReply(message, Request::infoGet, MessageFormat::eventLogInfo);
+        setReply(message, ZUSAHPI_MSG_INFO_GET_REPLY, ZUSAHPI_MSG_INFO_SIZE);
         setField(message, replyInfo, info);
     }
     return result;
@@ -116,7 +92,7 @@ void setReply(std::byte *message, Request request, MessageFormat format) {
     }
     const SaHpiBoolT rptValid = record.rpt.ResourceCapabilities != 0 ? SAHPI_TRUE : SAHPI_FALSE;
     const SaHpiBoolT rdrValid = record.rdr.RdrType != SAHPI_NO_RECORD ? SAHPI_TRUE : SAHPI_FALSE;
-    setReply(message, Request::entryGet, MessageFormat::eventLogEntry);
+    setReply(message, ZUSAHPI_MSG_ENTRY_GET_REPLY, ZUSAHPI_MSG_ENTRY_SIZE);
     setField(message, replyEntry, record.entry);
     setField(message, replyRptValid, rptValid);
     setField(message, replyRdrValid, rdrValid);
@@ -133,7 +109,7 @@ constexpr std::uint32_t noNextRecord = SAHPI_LAST_ENTRY;
     const SaErrorT result =
         zuSaHpiEventLogEntRptGet(fieldOf<std::uint32_t>(message, requestEntryId), &rpt);
     if (result == SA_OK) {
-        setReply(message, Request::rptGet, MessageFormat::rptEnt);
+        setReply(message, ZUSAHPI_MSG_RPT_GET_REPLY, ZUSAHPI_MSG_RPT_SIZE);
         setField(message, replyRpt, rpt);
         setField(message, replyRptNext, noNextRecord);
     }
@@ -145,7 +121,7 @@ constexpr std::uint32_t noNextRecord = SAHPI_LAST_ENTRY;
     const SaErrorT result =
         zuSaHpiEventLogEntRdrGet(fieldOf<std::uint32_t>(message, requestEntryId), &rdr);
     if (result == SA_OK) {
-        setReply(message, Request::rdrGet, MessageFormat::rdr);
+        setReply(message, ZUSAHPI_MSG_RDR_GET_REPLY, ZUSAHPI_MSG_RDR_SIZE);
         setField(message, replyRdr, rdr);
         setField(message, replyRdrNext, noNextRecord);
     }
@@ -159,17 +135,17 @@ constexpr std::uint32_t noNextRecord = SAHPI_LAST_ENTRY;
     std::memcpy(&record.event, message + requestEvent, sizeof record.event);
     record.rpt.ResourceCapabilities = 0;
     record.rdr.RdrType = SAHPI_NO_RECORD;
-    setReply(message, Request::add, MessageFormat::hdrOnly);
+    setReply(message, ZUSAHPI_MSG_ADD_REPLY, ZUSAHPI_MSG_HEADER_SIZE);
     return zuSaHpiEventLogEntryAdd(&record, 1);
 }
 
 [[nodiscard]] SaErrorT serveSetTime(std::byte *message) {
-    setReply(message, Request::setTime, MessageFormat::hdrOnly);
+    setReply(message, ZUSAHPI_MSG_SET_TIME_REPLY, ZUSAHPI_MSG_HEADER_SIZE);
     return zuSaHpiEventLogTimeSet(fieldOf<SaHpiTimeT>(message, requestTime));
 }
 
 [[nodiscard]] SaErrorT serveSetState(std::byte *message) {
-    setReply(message, Request::setState, MessageFormat::hdrOnly);
+    setReply(message, ZUSAHPI_MSG_SET_STATE_REPLY, ZUSAHPI_MSG_HEADER_SIZE);
     return zuSaHpiEventLogStateSet(fieldOf<SaHpiBoolT>(message, requestEnabled));
 }
 
@@ -180,27 +156,28 @@ constexpr std::uint32_t noNextRecord = SAHPI_LAST_ENTRY;
 }
 
 [[nodiscard]] SaErrorT serve(std::byte *message) {
-    switch (static_cast<Request>(fieldOf<std::uint32_t>(message, typeOffset))) {
-    case Request::infoGet:
+    switch (fieldOf<std::uint32_t>(message, typeOffset)) {
+    case ZUSAHPI_MSG_INFO_GET:
         return serveInfoGet(message);
-    case Request::entryGet:
+    case ZUSAHPI_MSG_ENTRY_GET:
         return serveEntryGet(message);
-    case Request::rptGet:
+    case ZUSAHPI_MSG_RPT_GET:
         return serveRptGet(message);
-    case Request::rdrGet:
+    case ZUSAHPI_MSG_RDR_GET:
         return serveRdrGet(message);
-    case Request::add:
+    case ZUSAHPI_MSG_ADD:
         return serveAdd(message);
-    case Request::clear:
+    case ZUSAHPI_MSG_CLEAR:
         return zuSaHpiEventLogClear();
-    case Request::resetOverflow:
+    case ZUSAHPI_MSG_RESET_OVERFLOW:
         return zuSaHpiEventLogResetOverflow();
-    case Request::setTime:
+    case ZUSAHPI_MSG_SET_TIME:
         return serveSetTime(message);
-    case Request::setState:
+    case ZUSAHPI_MSG_SET_STATE:
         return serveSetState(message);
+    default:
+        refuse();
     }
-    refuse();
 }
 
 } // namespace

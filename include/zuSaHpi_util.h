@@ -291,25 +291,15 @@ SaErrorT zuSaHpiEventLogProtectSet(SaHpiBoolT protect);
 /*
  * Serves one event log request of a client and writes the reply into the same message.
  *
- *   request  a message of any alignment: 108 bytes of the transport, never touched; at 108 the size
- *            of header and payload; at 112 the header of 16 bytes, which begins with the message
- *            type and the return code; at 128 the payload, with room for the reply.
- *
- *   type  request          payload read                     reply (size of header and payload)
- *   10    info get         -                                11: SaHpiEventLogInfoT (56)
- *   12    entry get        entry id                         13: entry, what it holds, neighbours
- *                                                               (344)
- *   14    RPT entry get    entry id                         15: SaHpiRptEntryT, next id (468)
- *   16    RDR get          entry id                         17: SaHpiRdrT, next id (744)
- *   18    add entry        SaHpiEventT                      19: - (16)
- *   20    clear            -                                20, size unchanged
- *   21    reset overflow   -                                21, size unchanged
- *   22    set time         SaHpiEventLogInfoT.CurrentTime   23: - (16)
- *   24    set state        SaHpiEventLogInfoT.Enabled       25: - (16)
+ *   request  a message of any alignment, with room for its reply: zuSaHpi_messages.h has the types
+ *            of requests and the records.
  *
  * The outcome of the operation is the message's return code. A get request that fails keeps its
- * type, size and payload. Before initialisation every request gets SA_ERR_HPI_INVALID_CMD. Any
- * other type prints a message and ends the process with status 1. Returns 0.
+ * type, size and payload. Before initialisation every request gets SA_ERR_HPI_INVALID_CMD, whatever
+ * its type.
+ *
+ * Afterwards a type that is no request's prints a message and ends the process with status 1: ask
+ * ZUSAHPI_MSG_IS_REQUEST first where messages come from outside. Returns 0.
  */
 int zuSaHpiEvtLogRequest(void *request);
 

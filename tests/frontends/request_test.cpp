@@ -16,6 +16,7 @@
 #include "tests/eventlog/store_fixture.h"
 #include "tests/frontends/sample_log.h"
 #include "tests/frontends/stubs.h"
+#include "zuSaHpi_messages.h"
 
 using namespace store_test;
 using test_support::Call;
@@ -144,6 +145,14 @@ struct Served {
     std::uint32_t replyType;
     std::uint32_t replySize;
 };
+static_assert(ZUSAHPI_MSG_INFO_GET == 10 && ZUSAHPI_MSG_INFO_GET_REPLY == 11);
+static_assert(ZUSAHPI_MSG_ENTRY_GET == 12 && ZUSAHPI_MSG_ENTRY_GET_REPLY == 13);
+static_assert(ZUSAHPI_MSG_RPT_GET == 14 && ZUSAHPI_MSG_RPT_GET_REPLY == 15);
+static_assert(ZUSAHPI_MSG_RDR_GET == 16 && ZUSAHPI_MSG_RDR_GET_REPLY == 17);
+static_assert(ZUSAHPI_MSG_ADD == 18 && ZUSAHPI_MSG_ADD_REPLY == 19);
+static_assert(ZUSAHPI_MSG_CLEAR == 20 && ZUSAHPI_MSG_RESET_OVERFLOW == 21);
+static_assert(ZUSAHPI_MSG_SET_TIME == 22 && ZUSAHPI_MSG_SET_TIME_REPLY == 23);
+static_assert(ZUSAHPI_MSG_SET_STATE == 24 && ZUSAHPI_MSG_SET_STATE_REPLY == 25);
 constexpr std::array<Served, 9> servedTypes = {{{10, 11, 56},
                                                 {12, 13, 344},
                                                 {14, 15, 468},
@@ -160,6 +169,7 @@ void expectServedOrFatal(std::uint32_t type, const std::function<void()> &startL
         std::find_if(servedTypes.begin(), servedTypes.end(),
                      [&](const Served &candidate) { return candidate.type == type; });
     const bool known = served != servedTypes.end();
+    EXPECT_EQ(ZUSAHPI_MSG_IS_REQUEST(type), known) << type;
     const test_support::ChildResult result = runInChild([&] {
         startLog();
         Message message(type, 728);
