@@ -26,6 +26,10 @@
  *   synchronously. Logs of type "Simple" and "Circular" are not written synchronously unless
  *   zuSaHpiEventLogProtectSet asks for it.
  *
+ *   Before zuSaHpiEventLogInit there is a log that keeps no file, holds no entries and forwards
+ *   nothing: no function of the log fails there or prints but as its comment says. What is set then
+ *   is lost when the log is initialised, protection apart.
+ *
  *   Errors of the store are SaErrorT codes. Where this header says "prints", one line goes out
  *   through zuSaHpiPrintf, to standard error unless an output handle is given. Failures of
  *   configuration and of initialisation end the process: the message, then exit(1).
@@ -160,8 +164,8 @@ ZUSAHPI_ASSERT_OFFSET(EventLogControlBlock, fileEnabled, 196);
 /* ================================== The event log store ====================================== */
 
 /*
- * Starts the log that the block describes. Called once per process, before every other event log
- * function.
+ * Starts the log that the block describes. Called once per process, and before every other event
+ * log function that is to work on that log.
  *
  *   block  read once, not kept. Its info.timeOffset and info.sa.UpdateTimestamp are written: they
  *          are part of what a new log starts with.
@@ -179,7 +183,7 @@ ZUSAHPI_ASSERT_OFFSET(EventLogControlBlock, fileEnabled, 196);
  */
 SaErrorT zuSaHpiEventLogInit(EventLogControlBlock *block);
 
-/* Returns nonzero once zuSaHpiEventLogInit has succeeded. */
+/* Returns nonzero once zuSaHpiEventLogInit has succeeded, 0 before. */
 int zuSaHpiEventLogInitialized(void);
 
 /*
@@ -190,7 +194,7 @@ int zuSaHpiEventLogInitialized(void);
  *   force  nonzero: add even while the log is disabled.
  *
  * Returns SA_OK when the entry is stored, and also when nothing is stored because the log keeps no
- * file or is disabled;
+ * file or is disabled, or is not initialised (nothing then goes to syslog either);
  *   SA_ERR_HPI_INVALID_DATA    a user event whose data are longer than UserEventMaxSize;
  *   SA_ERR_HPI_OUT_OF_SPACE    the log is full and drops new entries (its overflow flag is now
  *                              set), or its size is 0;
@@ -208,7 +212,8 @@ SaErrorT zuSaHpiEventLogEntryAdd(const EventLogAddRecord *entry, int force);
  *   force    0 from outside the store. Nonzero deletes inside the transaction that an add has open.
  *
  * Returns SA_OK;
- *   SA_ERR_HPI_NOT_PRESENT     no such entry, already deleted, or the log keeps no file;
+ *   SA_ERR_HPI_NOT_PRESENT     no such entry, already deleted, or the log keeps no file or is not
+ *                              initialised;
  *   SA_ERR_HPI_INTERNAL_ERROR  an entry that this type of log may not delete, a call in the middle
  *                              of another one, broken links or numbers in the file (printed);
  *   SA_ERR_HPI_NO_RESPONSE     the file could not be read or written (printed).
@@ -223,7 +228,8 @@ SaErrorT zuSaHpiEventLogEntryDel(SaHpiEventLogEntryIdT entryId, int force);
  *            or Circular log gives SAHPI_NO_MORE_ENTRIES (0xFFFFFFFE), a Linked log 0xFFFFFFFF.
  *
  * Returns SA_OK;
- *   SA_ERR_HPI_NOT_PRESENT  no such entry (out is untouched), or a deleted one (out holds it);
+ *   SA_ERR_HPI_NOT_PRESENT  no such entry (out is untouched, as it is before initialisation), or a
+ *                           deleted one (out holds it);
  *   SA_ERR_HPI_NO_RESPONSE  the file could not be read (printed).
  */
 SaErrorT zuSaHpiEventLogEntryGet(SaHpiEventLogEntryIdT entryId, EventLogEntryRecord *out);
@@ -238,25 +244,33 @@ SaErrorT zuSaHpiEventLogEntRptGet(SaHpiEventLogEntryIdT entryId, SaHpiRptEntryT 
 /* The same for the RDR stored with an entry. */
 SaErrorT zuSaHpiEventLogEntRdrGet(SaHpiEventLogEntryIdT entryId, SaHpiRdrT *rdr);
 
-/* Fills info, CurrentTime being the log time now. Returns SA_OK, in every state. */
+/*
+ * Fills info, CurrentTime being the log time now. Returns SA_OK, in every state: before
+ * initialisation all else is 0, but for what other calls have set.
+ */
 SaErrorT zuSaHpiEventLogInfoGet(SaHpiEventLogInfoT *info);
 
 /*
- * Removes all entries, resets the overflow flag and cuts the file. Returns SA_OK;
+ * Removes all entries, resets the overflow flag and cuts the file. Returns SA_OK, also when the log
+ * keeps no file or is not initialised;
  *   SA_ERR_HPI_INTERNAL_ERROR  a call in the middle of another one (printed);
  *   SA_ERR_HPI_NO_RESPONSE     the file could not be written or cut (printed).
  */
 SaErrorT zuSaHpiEventLogClear(void);
 
 /*
- * Resets the overflow flag. Returns SA_OK, also when it was not set or the log keeps no file;
+ * Resets the overflow flag. Returns SA_OK, also when it was not set or the log keeps no file or is
+ * not initialised;
  *   SA_ERR_HPI_INVALID_CMD     the log does not allow it (OverflowResetable is 0);
  *   SA_ERR_HPI_INTERNAL_ERROR  a call in the middle of another one (printed);
  *   SA_ERR_HPI_NO_RESPONSE     the file could not be written (printed).
  */
 SaErrorT zuSaHpiEventLogResetOverflow(void);
 
-/* Returns the log time: nanoseconds, time of day plus the log's offset. Works in every state. */
+/*
+ * Returns the log time: nanoseconds, time of day plus the log's offset. Works in every state:
+ * before initialisation the offset is 0 unless a time was set.
+ */
 SaHpiTimeT zuSaHpiEventLogTimeGet(void);
 
 /*
@@ -264,12 +278,14 @@ SaHpiTimeT zuSaHpiEventLogTimeGet(void);
  * new offset could not be written (printed);
  *   SA_ERR_HPI_INVALID_PARAMS  a negative time, SAHPI_TIME_UNSPECIFIED included;
  *   SA_ERR_HPI_INTERNAL_ERROR  a call in the middle of another one (printed).
+ *
+ * Set before initialisation, the time holds until then.
  */
 SaErrorT zuSaHpiEventLogTimeSet(SaHpiTimeT time);
 
 /*
  * Returns whether the log takes events: it is enabled, or its events go to syslog regardless of
- * that. SAHPI_FALSE before initialisation.
+ * that. SAHPI_FALSE before initialisation, whatever was set.
  */
 SaHpiBoolT zuSaHpiEventLogStateGet(void);
 
@@ -282,7 +298,8 @@ SaErrorT zuSaHpiEventLogStateSet(SaHpiBoolT enable);
 
 /*
  * Nonzero: from now on every change to a Simple or Circular log ends with sync(), and so does this
- * call. A Linked log is always written synchronously and ignores it. Returns SA_OK.
+ * call. A Linked log is always written synchronously and ignores it. Set before initialisation, it
+ * holds for the log that is started. Returns SA_OK.
  */
 SaErrorT zuSaHpiEventLogProtectSet(SaHpiBoolT protect);
 
@@ -314,7 +331,8 @@ void zuSaHpiPrintMsgSizes(zuSaHpiHandleT out, const char *prefix, int *genericSi
 /*
  * Carries out the rest of an operator's "evtlog" command line and prints the result. The caller has
  * begun a strtok() scan of the line, with blanks and tabs, and taken the word "evtlog"; this
- * function goes on with the scan. Wrong usage prints the usage text.
+ * function goes on with the scan. Wrong usage prints the usage text. Before initialisation every
+ * line prints "No event log configured.".
  */
 void zuSaHpiProcessEventLogCommand(zuSaHpiHandleT out);
 
@@ -336,7 +354,7 @@ int zuSaHpiDumplog(zuSaHpiHandleT out, const char *fileName, int dump);
 /* The same for an open file, whose position it moves. Returns that of its last print or read. */
 int zuSaHpiPrintlog(zuSaHpiHandleT out, int fd, int dump);
 
-/* The same for the running log's own file; prints nothing when the log keeps none. */
+/* The same for the running log's own file; prints nothing and returns 0 when there is none. */
 int zuSaHpiPrintEventLog(zuSaHpiHandleT out, int dump);
 
 /* ================================ Configuration of the log =================================== */
