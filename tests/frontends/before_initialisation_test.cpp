@@ -1,7 +1,6 @@
 // Goal: what the public header says that each function of the event log does before the log is
 // initialised. Each test is a process of its own, in which nothing has happened yet.
 
-#include <cerrno>
 #include <cstring>
 
 #include "tests/eventlog/store_fixture.h"
