@@ -1,11 +1,27 @@
 #!/usr/bin/env bash
 # Builds and tests everything: style, both ABIs, both ABIs under the sanitizers, and one ABI's log
-# files against the other's. A line for each step; stops at the first failure with its output.
+# files against the other's. A line for each step; stops at the first failure with its output. What
+# was skipped is listed at the end, with its reason.
+#
+#   ./test.sh          all of it
+#   ./test.sh --quick  style, one build for this machine, and its tests
 set -euo pipefail
 cd "$(dirname "$0")"
 
+quick=no
+case ${1:-} in
+--quick) quick=yes ;;
+'') ;;
+*) echo "usage: ./test.sh [--quick]" >&2 && exit 2 ;;
+esac
+
 scripts/setup.sh --tests
+rm -rf build/steps build/programs
 mkdir -p build/steps
+all_programs=$PATH
+# Tests find the programs that setup installs for them, and no others.
+tests/build/provided.py path build/programs
+export PATH=$PWD/build/programs
 
 # What a step counted; tests that count the same thing are added up.
 figures() {
@@ -24,6 +40,7 @@ step() {
     if "$@" >"$log" 2>&1; then
         echo "ok    $name ($((SECONDS - started)) s)"
         figures "$log"
+        { grep -h '^skip  ' "$log" || true; } >>build/steps/skipped
     else
         cat "$log"
         echo "FAIL  $name"
@@ -31,9 +48,18 @@ step() {
     fi
 }
 
+# What GoogleTest says of a skipped test: its name, the place of the skip, the reason.
+skipped_tests() {
+    awk -v preset="$1" '
+        /^\[ RUN      \]/ { test = $4 }
+        skipped { print "skip  " preset ", " test ": " $0; skipped = 0 }
+        /: Skipped$/ { skipped = 1 }' "$2"
+}
+
 build_and_test() {
+    local log=build/$1/Testing/Temporary/LastTest.log
     cmake --preset "$1" && cmake --build --preset "$1" && ctest --preset "$1" --progress &&
-        { grep -h '^figure: ' "build/$1/Testing/Temporary/LastTest.log" || true; }
+        { grep -h '^figure: ' "$log" || true; } && skipped_tests "$1" "$log"
 }
 
 i386_runs() {
@@ -46,37 +72,49 @@ i386_runs() {
     return "$result"
 }
 
-presets=(native asan)
-i386=yes
-if i386_runs; then
-    presets=(native i386 asan asan-i386)
-else
-    i386=no
-    echo "skip  i386: this machine cannot build or run its programs"
-fi
+# Besides one build for this machine.
+all_else() {
+    local i386=yes presets=(native asan) abis=(abi) fuzzers=(fuzz) preset
+    if i386_runs; then
+        presets=(native i386 asan asan-i386)
+    else
+        i386=no
+        echo "skip  i386: this machine cannot build or run its programs" >>build/steps/skipped
+    fi
+
+    for preset in "${presets[@]:1}"; do
+        step "build and test $preset" build_and_test "$preset"
+    done
+    if [ "$i386" = yes ]; then
+        step "log files of both ABIs" tests/build/check_cross_abi.sh build/native build/i386
+    fi
+    [ "$i386" = no ] || abis+=(abi-i386)
+    step "exported ABI" scripts/abi.sh "${abis[@]}"
+    step "Debian packages" env PATH="$all_programs" scripts/packages.sh
+    if [ "$(uname -m)" = x86_64 ]; then
+        step "valgrind" tests/build/check_memory.sh build/native
+    fi
+    step "static analysis" tests/build/check_analysis.sh build/native
+    step "coverage" tests/coverage/run.sh
+    sed -n '/^folder/,/^total/s/^/        /p' build/steps/coverage.log
+    step "fuzz" tests/fuzz/run.sh
+    if [ "$i386" = yes ]; then
+        fuzzers+=(fuzz-i386)
+        step "fuzz i386" tests/fuzz/run.sh --preset fuzz-i386 --runs 10000
+    fi
+    if [ "$(uname -m)" = x86_64 ]; then # the memory sanitizer knows no other
+        fuzzers+=(fuzz-memory)
+        step "fuzz memory" tests/fuzz/run.sh --preset fuzz-memory --runs 10000
+    fi
+    builds=("${presets[@]}" coverage "${fuzzers[@]}")
+}
 
 step "style" tests/build/check_style.sh
-for preset in "${presets[@]}"; do
-    step "build and test $preset" build_and_test "$preset"
-done
-if [ "$i386" = yes ]; then
-    step "log files of both ABIs" tests/build/check_cross_abi.sh build/native build/i386
+step "build and test native" build_and_test native
+builds=(native)
+if [ "$quick" = no ]; then
+    all_else
 fi
-abis=(abi)
-[ "$i386" = no ] || abis+=(abi-i386)
-step "exported ABI" scripts/abi.sh "${abis[@]}"
-step "Debian packages" scripts/packages.sh
-if [ "$(uname -m)" = x86_64 ]; then
-    step "valgrind" tests/build/check_memory.sh build/native
-fi
-step "static analysis" tests/build/check_analysis.sh build/native
-step "coverage" tests/coverage/run.sh
-sed -n '/^folder/,/^total/s/^/        /p' build/steps/coverage.log
-step "fuzz" tests/fuzz/run.sh
-if [ "$i386" = yes ]; then
-    step "fuzz i386" tests/fuzz/run.sh --preset fuzz-i386 --runs 10000
-fi
-if [ "$(uname -m)" = x86_64 ]; then # the memory sanitizer knows no other
-    step "fuzz memory" tests/fuzz/run.sh --preset fuzz-memory --runs 10000
-fi
-echo "all tests passed"
+step "headers" tests/build/provided.py headers "${builds[@]/#/build/}"
+cat build/steps/skipped
+echo "all tests passed ($SECONDS s)"

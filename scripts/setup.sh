@@ -1,9 +1,14 @@
 #!/usr/bin/env bash
 # Installs what a bare Debian 12 lacks for building this project; with --tests also for testing it,
 # with --bench for its benchmark, with --packages for building Debian packages of it.
-# Does nothing when all is there.
+# Does nothing when all is there. With --list before that it prints the packages instead.
 set -euo pipefail
 
+list=no
+if [ "${1:-}" = --list ]; then
+    list=yes
+    shift
+fi
 packages=(cmake ninja-build g++ googletest libcli11-dev libedit-dev libfmt-dev rapidjson-dev
     tao-pegtl-dev)
 if [ "${1:-}" = --tests ]; then
@@ -27,6 +32,11 @@ elif [ "${1:-}" = --bench ]; then
     if [ "$(dpkg --print-architecture)" = amd64 ]; then
         packages+=(gcc-multilib g++-multilib)
     fi
+fi
+
+if [ "$list" = yes ]; then
+    printf '%s\n' "${packages[@]}"
+    exit
 fi
 
 missing=()
