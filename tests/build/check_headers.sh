@@ -8,12 +8,12 @@ shift 3
 flags=("$@" -Wall -Wextra -Wpedantic -Wshadow -Wconversion -pedantic-errors -Werror -fsyntax-only)
 
 for header in "$include"/*.h "$include"/hpi/*.h; do
-    for compiler in "$cc" clang-14; do
+    for compiler in "$cc" clang; do
         for standard in c89 gnu89 c99 c11; do
             "$compiler" -x c -std=$standard "${flags[@]}" "$header"
         done
     done
-    for compiler in "$cxx" clang++-14; do
+    for compiler in "$cxx" clang++; do
         for standard in c++98 c++11 c++20; do
             "$compiler" -x c++ -std=$standard "${flags[@]}" "$header"
         done

@@ -29,12 +29,12 @@ compile() {
 in_each_standard() {
     local standard compiler
     for standard in c89 gnu89 c99 c11; do
-        for compiler in "$cc" clang-14; do
+        for compiler in "$cc" clang; do
             compile c $standard "$compiler" "$@"
         done
     done
     for standard in c++98 c++11 c++20; do
-        for compiler in "$cxx" clang++-14; do
+        for compiler in "$cxx" clang++; do
             compile c++ $standard "$compiler" "$@"
         done
     done
@@ -57,13 +57,13 @@ expect_refusal() {
 refused_everywhere() {
     local text=$1 old_text=$2 compiler
     shift 2
-    for compiler in "$cc" clang-14; do
+    for compiler in "$cc" clang; do
         expect_refusal c c89 "$compiler" "$old_text" "$@"
         expect_refusal c c99 "$compiler" "$old_text" "$@"
         expect_refusal c gnu89 "$compiler" "$text" "$@"
         expect_refusal c c11 "$compiler" "$text" "$@"
     done
-    for compiler in "$cxx" clang++-14; do
+    for compiler in "$cxx" clang++; do
         expect_refusal c++ c++98 "$compiler" "$old_text" "$@"
         expect_refusal c++ c++11 "$compiler" "$text" "$@"
     done
