@@ -72,7 +72,7 @@ void beginHolding() {
     for (int most = race->mostHolders; most < now;) {
         race->mostHolders.compare_exchange_weak(most, now);
     }
-    ++race->winners;
+    ++race->winners; // last: who sees it may look at the others
 }
 
 // Leaves the processors to the racers.
