@@ -65,7 +65,8 @@ enum class OverflowAction : std::uint32_t {
     return static_cast<OverflowAction>(info.overflowAction);
 }
 
-static_assert(std::endian::native == std::endian::little);
+static_assert(std::endian::native == std::endian::little,
+              "Log files are little-endian: big-endian machines are not supported.");
 static_assert(sizeof(off_t) == 8, "a log may grow past 2 GiB");
 static_assert(std::is_trivially_copyable_v<EventLogInfoRecord>);
 static_assert(std::is_trivially_copyable_v<EventLogEntryRecord>);
