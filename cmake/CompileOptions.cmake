@@ -52,7 +52,8 @@ if(CMAKE_SIZEOF_VOID_P EQUAL 4)
                                                    -falign-functions=4)
 endif()
 # The library and the tool read files that they do not trust.
-foreach(flag -fstack-protector-strong -fstack-clash-protection -fcf-protection)
+foreach(flag -fstack-protector-strong -fstack-clash-protection -fcf-protection
+             -mbranch-protection=standard)
   string(MAKE_C_IDENTIFIER "HAVE${flag}" have)
   check_cxx_compiler_flag(${flag} ${have})
   if(${have})

@@ -31,8 +31,9 @@ add_library(zuSaHpi_util::zuSaHpi_util ALIAS zuSaHpi_util)
 target_include_directories(zuSaHpi_util INTERFACE ${public_headers})
 target_link_libraries(zuSaHpi_util PRIVATE zusahpi_library)
 target_link_options(zuSaHpi_util PRIVATE -static-libgcc -Wl,--version-script=${exports})
-# The tables of names are full of addresses; packed, their relocations are a tenth of the size.
-check_linker_flag(C -Wl,-z,pack-relative-relocs HAVE_PACKED_RELOCATIONS)
+# The tables of names are full of addresses; packed, their relocations are a tenth of the size. A
+# linker that cannot pack those of this machine says so in a warning.
+check_linker_flag(C -Wl,--fatal-warnings,-z,pack-relative-relocs HAVE_PACKED_RELOCATIONS)
 if(HAVE_PACKED_RELOCATIONS)
   target_link_options(zuSaHpi_util PRIVATE -Wl,-z,pack-relative-relocs)
 endif()

@@ -10,6 +10,7 @@ flags=("$@")
 here=$(cd "$(dirname "$0")" && pwd)
 source=$(cd "$here/../.." && pwd)
 own_header=$source/tests/build/own_header
+run=$source/tests/build/run.sh
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 tree=$scratch/root/opt/zusahpi
@@ -44,7 +45,7 @@ check_files() {
     if grep -rIl -e "$source" -e "$build" "$tree"; then
         fail "these installed files name a folder of this machine"
     fi
-    "$tree/bin/evtlogctl" --version | grep -qF "$version" || fail "evtlogctl is not version $version"
+    "$run" "$tree/bin/evtlogctl" --version | grep -qF "$version" || fail "evtlogctl is not version $version"
 }
 
 # run_programs FOLDER: those that the project in consumer/ builds
@@ -54,7 +55,7 @@ run_programs() {
         folder=$(mktemp -d "$scratch/run.XXXXXX")
         case $program in
         */use_log_*)
-            result=$(cd "$folder" && "$program")
+            result=$(cd "$folder" && "$run" "$program")
             [ "$result" = "one entry, as it was added" ] || fail "$program: $result"
             ;;
         *) "$source/tests/build/run_example.sh" "$program" "$source/tests/build/minimal_mainlib.txt" ;;

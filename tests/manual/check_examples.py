@@ -12,6 +12,7 @@ from pathlib import Path
 
 from page import ROOT, Complaints, literals, sections, sources
 
+RUN = ROOT / "tests/build/run.sh"
 WARNINGS = ["-std=c99", "-Wall", "-Wextra", "-Werror"]
 
 
@@ -28,7 +29,7 @@ def output_of(program, library, mainlib, compiler):
         source.write_text(program, encoding="utf-8")
         subprocess.run([*compiler, *WARNINGS, f"-I{ROOT / 'include'}", source, library, mainlib,
                         "-lstdc++", "-o", binary], check=True)
-        return subprocess.run([binary], cwd=folder, check=True, capture_output=True,
+        return subprocess.run([RUN, binary], cwd=folder, check=True, capture_output=True,
                               text=True).stdout
 
 
