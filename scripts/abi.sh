@@ -3,7 +3,8 @@
 # ABI. Nothing may differ: a change that old programs survive is written down with --update, one that
 # they do not needs a new major version first.
 #
-#   scripts/abi.sh [PRESET...]           compares what these presets build: abi, abi-i386; both if none
+#   scripts/abi.sh [PRESET...]           compares what these presets build: abi, abi-i386, abi-arm64;
+#                                        the first two if none
 #   scripts/abi.sh --update [PRESET...]  writes their descriptions anew
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -13,9 +14,10 @@ build() {
     cmake --preset "$1" >/dev/null
     cmake --build --preset "$1"
     library=build/$1/libzuSaHpi_util.so.1
-    case $(readelf -hW "$library" | sed -nE 's/^ *Class: *//p') in
-    ELF32) description=abi/i386.abi ;;
-    ELF64) description=abi/x86-64.abi ;;
+    case $(readelf -hW "$library" | sed -nE 's/^ *Machine: *//p') in
+    *80386) description=abi/i386.abi ;;
+    *X86-64) description=abi/x86-64.abi ;;
+    AArch64) description=abi/arm64.abi ;;
     esac
 }
 
