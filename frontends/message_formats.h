@@ -49,8 +49,9 @@ enum class MessageFormat : std::uint32_t {
     ann,
     hotSwap,
     parm,
-    end = 35,
+    end,
 };
+static_assert(static_cast<std::uint32_t>(MessageFormat::end) == 35);
 
 struct FormatName {
     MessageFormat code;

@@ -328,12 +328,12 @@ int readWhole(const char *path, std::string &text) {
         return errno;
     }
     std::array<char, 65536> buffer{};
-    while (text.size() <= maxFileSize) {
+    while (text.size() <= maxFileSize && std::feof(file.get()) == 0) {
         const std::size_t count = std::fread(buffer.data(), 1, buffer.size(), file.get());
-        text.append(buffer.data(), count);
-        if (count < buffer.size()) {
-            return std::ferror(file.get()) != 0 ? errno : 0;
+        if (std::ferror(file.get()) != 0) {
+            return errno;
         }
+        text.append(buffer.data(), count);
     }
     return 0;
 }

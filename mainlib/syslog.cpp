@@ -87,7 +87,7 @@ void zuSaHpiSyslog(int priority, const char *format, ...) {
     va_start(arguments, format);
     try {
         write(std::clamp(priority, LOG_EMERG, LOG_DEBUG), asOneLine(formatted(format, arguments)));
-    } catch (const std::bad_alloc &) {
+    } catch (const std::bad_alloc &) { // NOLINT(bugprone-empty-catch)
         // The caller cannot be told, and a lost line must not end the process.
     }
     va_end(arguments);

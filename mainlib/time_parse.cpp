@@ -165,19 +165,22 @@ TimeError requireEnd(std::string_view field) {
 
 // ---- Time of day ------------------------------------------------------------------------------
 
-TimeError applyHalfDay(Fields &fields, bool afternoon) {
-    if (!fields.time || fields.time->halfDay || fields.time->offset) {
+TimeError applyHalfDay(TimeOfDay &time, bool afternoon) {
+    if (time.halfDay || time.offset) {
         return TimeError::unexpectedHalfDay;
     }
     constexpr std::int64_t hour = 3'600;
     constexpr std::int64_t noon = 12 * hour;
-    TimeOfDay &time = *fields.time;
     if (time.seconds < hour || time.seconds >= noon + hour) {
         return TimeError::timeComponentRange;
     }
     time.seconds = time.seconds % noon + (afternoon ? noon : 0);
     time.halfDay = true;
     return TimeError::none;
+}
+
+TimeError applyHalfDay(Fields &fields, bool afternoon) {
+    return fields.time ? applyHalfDay(*fields.time, afternoon) : TimeError::unexpectedHalfDay;
 }
 
 TimeError applyOffset(Fields &fields, std::int64_t offset, TimeError unexpected) {
@@ -188,7 +191,7 @@ TimeError applyOffset(Fields &fields, std::int64_t offset, TimeError unexpected)
     return TimeError::none;
 }
 
-TimeError readOffset(std::string_view field, Fields &fields) {
+TimeError readOffset(std::string_view field, TimeOfDay &time) {
     const bool behind = accept(field, '-');
     if (!behind) {
         (void)accept(field, '+');
@@ -204,19 +207,19 @@ TimeError readOffset(std::string_view field, Fields &fields) {
         return TimeError::timeComponentRange;
     }
     const std::int64_t offset = hours * 3'600 + minutes * 60;
-    fields.time->offset = behind ? -offset : offset;
+    time.offset = behind ? -offset : offset;
     return TimeError::none;
 }
 
-// What may end the field of the time that has just been read into `fields`.
-TimeError readTimeSuffix(std::string_view field, Fields &fields) {
+// What may end the field of the time that has just been read.
+TimeError readTimeSuffix(std::string_view field, TimeOfDay &time) {
     switch (peek(field)) {
     case '+':
     case '-':
-        return readOffset(field, fields);
+        return readOffset(field, time);
     case 'z':
         field.remove_prefix(1);
-        fields.time->offset = 0;
+        time.offset = 0;
         return requireEnd(field);
     case 'a':
     case 'p': {
@@ -225,7 +228,7 @@ TimeError readTimeSuffix(std::string_view field, Fields &fields) {
         if (!accept(field, 'm')) {
             return TimeError::illegalLastCharacter;
         }
-        const TimeError error = applyHalfDay(fields, afternoon);
+        const TimeError error = applyHalfDay(time, afternoon);
         return error != TimeError::none ? error : requireEnd(field);
     }
     default:
@@ -269,8 +272,9 @@ TimeError readTimeField(std::string_view field, Fields &fields) {
     if (error != TimeError::none) {
         return error;
     }
+    const TimeError suffixError = readTimeSuffix(field, time);
     fields.time = time;
-    return readTimeSuffix(field, fields);
+    return suffixError;
 }
 
 // ---- Date -------------------------------------------------------------------------------------

@@ -4,17 +4,12 @@
 set -euo pipefail
 build=$1
 
-# With each release the groups of checks in .clang-tidy gain some that nobody here has asked for, and
-# cppcheck does, too; so one suite's judge.
-version=$(clang-tidy --version | grep -oE 'version [0-9]+')
-if [ "$version" != "version 14" ]; then
-    echo "skip  static analysis: clang-tidy 14 and the cppcheck beside it judge, and this is $version"
-    exit 0
-fi
-
 folders=(util constants config display eventlog frontends mainlib tools)
 
+# Bytes of zero are a floating point zero wherever the library runs. The other one is a remark of later
+# releases, that they do not look at every path.
 cppcheck --enable=warning,performance,portability --inline-suppr --error-exitcode=1 --quiet \
+    --suppress=memsetClassFloat --suppress=normalCheckLevelMaxBranches \
     --std=c++20 --library=posix -j "$(nproc)" -Iinclude -I. "${folders[@]}"
 echo "cppcheck: nothing found"
 

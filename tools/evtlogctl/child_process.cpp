@@ -181,9 +181,13 @@ void collectRest(Child &child, const Rules &rules, ChildResult &result) {
         if (asked && Clock::now() >= moment) {
             askToEnd(child, rules, SIGKILL);
             moment = never;
-        } else if (!asked && (asked = reasonToEnd(rules, result))) {
-            askToEnd(child, rules, SIGTERM);
-            moment = rules.byForce ? Clock::now() + grace : never;
+        }
+        if (!asked) {
+            asked = reasonToEnd(rules, result);
+            if (asked) {
+                askToEnd(child, rules, SIGTERM);
+                moment = rules.byForce ? Clock::now() + grace : never;
+            }
         }
         if (asked == Ending::outOfBounds) {
             result.output.clear(); // of no more use, and without end perhaps

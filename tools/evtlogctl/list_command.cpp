@@ -41,7 +41,7 @@ void showCursor(const std::optional<Cursor> &cursor, ListForm form) {
 [[nodiscard]] Status listOnce(const std::string &path, const ListOptions &options) {
     const LogFile file(path);
     Snapshot log = readLog(file, entriesToRead(options));
-    std::optional<Cursor> cursor = newestCursor(file, log);
+    const std::optional<Cursor> cursor = newestCursor(file, log);
     const EntryFilter filter = selectEntries(file, log, options);
     if (options.reverse) {
         std::reverse(log.entries.begin(), log.entries.end());

@@ -87,6 +87,7 @@ LogCounts countEntries(SnapshotReader &entries) {
 
 std::vector<const CountedGroup *> busiestFirst(const Tally &tally) {
     std::vector<const CountedGroup *> groups;
+    groups.reserve(tally.groups.size());
     for (const auto &[key, group] : tally.groups) {
         groups.push_back(&group);
     }
