@@ -148,9 +148,11 @@ class Unlock : public testing::Test {
     std::string err = folder.file("err");
 };
 
-// A command line as unlock shows it.
+// The command line of this program as unlock shows it: as others see it, since an emulator hides
+// itself from the program that it runs.
 std::string ownCommand() {
-    std::string text = readFile("/proc/self/cmdline");
+    const Bystander copy([] {});
+    std::string text = readFile("/proc/" + copy.id() + "/cmdline");
     text.pop_back();
     std::replace(text.begin(), text.end(), '\0', ' ');
     return text;
