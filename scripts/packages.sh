@@ -1,9 +1,14 @@
 #!/usr/bin/env bash
 # Builds the Debian packages and lets lintian look at them: nothing may be found.
 #
-#   scripts/packages.sh             for this machine's architecture, with what is installed here
-#   scripts/packages.sh amd64 i386  for each architecture in a fresh Debian of its own; then installs
-#                                   them in another fresh one and uses them there. Needs root
+#   scripts/packages.sh               for this machine's architecture, with what is installed here
+#   scripts/packages.sh --here arm64  for that architecture, with what is installed here
+#   scripts/packages.sh amd64 i386    for each architecture in a fresh Debian of its own; then
+#                                     installs them in another fresh one and uses them there. Needs
+#                                     root
+#
+# Those for arm64 are built with Debian's cross compiler on another machine, and used there in a
+# Debian of that machine's own architecture, under an emulator.
 #
 # The packages are left in build/packages/ARCHITECTURE. Debian comes from the mirrors that this
 # machine's apt uses.
@@ -22,9 +27,19 @@ copy_source() {
     git ls-files -z --cached --others --exclude-standard | tar -c --null -T - | tar -x -C "$1/$name"
 }
 
+this_architecture=$(dpkg --print-architecture)
+
+# cross ARCHITECTURE: whether this machine takes a cross compiler and an emulator for it
+cross() {
+    [ "$1" = arm64 ] && [ "$this_architecture" != arm64 ]
+}
+
 # debian ARCHITECTURE HOOK...: makes a fresh Debian, runs the hooks in it, and drops it.
 debian() {
     local architecture=$1 hook options=()
+    if cross "$1"; then
+        architecture=$this_architecture,$1
+    fi
     shift
     for hook in "$@"; do
         options+=("--customize-hook=$hook")
@@ -34,16 +49,20 @@ debian() {
 }
 
 build_here() {
-    (cd "$1/$name" && dpkg-buildpackage -us -uc -F)
+    (cd "$1/$name" && dpkg-buildpackage -us -uc -F -a"$2")
 }
 
 # Debian's shell scripts for the hooks see the root folder as $1.
 # shellcheck disable=SC2016
 build_in_debian() {
+    local compiler=build-essential
+    if cross "$2"; then
+        compiler+=" crossbuild-essential-$2"
+    fi
     debian "$2" "copy-in '$1/$name' $inside" \
-        'chroot "$1" apt-get install -y --no-install-recommends build-essential' \
-        "chroot \"\$1\" apt-get build-dep -y --no-install-recommends $inside/$name" \
-        "chroot \"\$1\" sh -c 'cd $inside/$name && dpkg-buildpackage -us -uc -F && rm -r ../$name'" \
+        "chroot \"\$1\" apt-get install -y --no-install-recommends $compiler" \
+        "chroot \"\$1\" apt-get build-dep -y --no-install-recommends -a$2 $inside/$name" \
+        "chroot \"\$1\" sh -c 'cd $inside/$name && dpkg-buildpackage -us -uc -F -a$2 && rm -r ../$name'" \
         "sync-out $inside '$1'"
 }
 
@@ -51,16 +70,22 @@ build_in_debian() {
 # shellcheck disable=SC2016
 use_in_debian() {
     local source=$inside/$name packages=$inside/packages
+    local emulator=() compiler=g++ machine=
+    if cross "$2"; then
+        machine=$(dpkg-architecture -a"$2" -q DEB_HOST_GNU_TYPE 2>/dev/null)
+        emulator=('chroot "$1" apt-get install -y --no-install-recommends qemu-user-static')
+        compiler=g++-$machine
+    fi
     copy_source "$1/use"
     debian "$2" "copy-in '$1/use/$name' $inside" \
-        "mkdir \"\$1$packages\"" "sync-in '$1' $packages" \
+        "${emulator[@]}" "mkdir \"\$1$packages\"" "sync-in '$1' $packages" \
         "chroot \"\$1\" sh -c 'apt-get install -y --no-install-recommends \
              $packages/libzusahpi-util1_*.deb $packages/evtlogctl_*.deb'" \
         "chroot \"\$1\" $source/tests/packages/use_tool.sh" \
-        "chroot \"\$1\" sh -c 'apt-get install -y --no-install-recommends g++ pkg-config \
+        "chroot \"\$1\" sh -c 'apt-get install -y --no-install-recommends $compiler pkg-config \
              $packages/libzusahpi-util-dev_*.deb'" \
-        "chroot \"\$1\" $source/tests/packages/use_library.sh" \
-        'chroot "$1" apt-get purge -y evtlogctl libzusahpi-util1' \
+        "chroot \"\$1\" $source/tests/packages/use_library.sh $machine" \
+        "chroot \"\$1\" apt-get purge -y evtlogctl:$2 libzusahpi-util1:$2" \
         'if find "$1/usr" "$1/etc" "$1/var/lib/zusahpi" -iname "*zusahpi*" 2>/dev/null |
              grep -v /share/doc/; then echo "left behind" >&2; exit 1; fi'
     rm -rf "$1/use"
@@ -72,7 +97,7 @@ packages() {
     rm -rf "$folder"
     copy_source "$folder"
     if [ "$2" = here ]; then
-        build_here "$folder"
+        build_here "$folder" "$1"
     else
         build_in_debian "$folder" "$1"
     fi
@@ -85,7 +110,10 @@ packages() {
 }
 
 if [ $# -eq 0 ]; then
-    packages "$(dpkg --print-architecture)" here
+    packages "$this_architecture" here
+elif [ "$1" = --here ]; then
+    packages "$2" here
+    exit
 fi
 for architecture; do
     packages "$architecture" fresh

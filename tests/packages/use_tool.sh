@@ -1,11 +1,12 @@
 #!/usr/bin/env bash
 # The installed evtlogctl imports the example that came with it, lists it and finds it sound.
 set -euo pipefail
+here=$(cd "$(dirname "$0")" && pwd)
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 
 tool() {
-    evtlogctl --root "$scratch" "$@"
+    "$here/../build/run.sh" "$(command -v evtlogctl)" --root "$scratch" "$@"
 }
 
 tool --config /usr/share/doc/evtlogctl/examples/evtlog.conf config >/dev/null
