@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Installs what a bare Debian 12 lacks for building this project; with --tests also for testing it,
-# with --bench for its benchmark, with --packages for building Debian packages of it.
-# Does nothing when all is there. With --list before that it prints the packages instead.
+# with --bench for its benchmark, with --packages for building Debian packages of it, with --arm64 for
+# building, testing and packaging it for arm64 on another machine. Does nothing when all is there. With
+# --list before that it prints the packages instead.
 set -euo pipefail
 
 list=no
@@ -26,6 +27,11 @@ if [ "${1:-}" = --tests ]; then
     fi
 elif [ "${1:-}" = --packages ]; then
     packages+=(arch-test build-essential debhelper dpkg-dev git lintian mmdebstrap scdoc)
+elif [ "${1:-}" = --arm64 ]; then
+    packages+=(abigail-tools crossbuild-essential-arm64 git ipmitool libedit-dev:arm64
+        libfmt-dev:arm64 librapidcheck-dev:arm64 lnav mandoc openipmi pkg-config python3
+        python3-jsonschema qemu-user-static rsyslog scdoc)
+    [ "$(id -u)" -ne 0 ] || dpkg --add-architecture arm64
 elif [ "${1:-}" = --bench ]; then
     packages+=(binutils bsdextrautils libleveldb-dev liblmdb-dev libsqlite3-dev pkg-config python3
         sqlite3 strace valgrind xxd)
@@ -53,7 +59,8 @@ fi
 export DEBIAN_FRONTEND=noninteractive
 log=$(mktemp)
 trap 'rm -f "$log"' EXIT
-if ! { apt-get update && apt-get install -y --no-install-recommends "${missing[@]}"; } \
+# Debian's cross compilers and gcc-multilib exclude each other: neither takes the other's place here.
+if ! { apt-get update && apt-get install -y --no-install-recommends --no-remove "${missing[@]}"; } \
     >"$log" 2>&1; then
     cat "$log" >&2
     echo "setup: could not install: ${missing[*]}" >&2
