@@ -28,7 +28,7 @@ if [ "${1:-}" = --tests ]; then
 elif [ "${1:-}" = --packages ]; then
     packages+=(arch-test build-essential debhelper dpkg-dev git lintian mmdebstrap scdoc)
 elif [ "${1:-}" = --arm64 ]; then
-    packages+=(abigail-tools crossbuild-essential-arm64 git ipmitool libedit-dev:arm64
+    packages+=(abigail-tools clang crossbuild-essential-arm64 git ipmitool libedit-dev:arm64
         libfmt-dev:arm64 librapidcheck-dev:arm64 lnav mandoc openipmi pkg-config python3
         python3-jsonschema qemu-user-static rsyslog scdoc)
     [ "$(id -u)" -ne 0 ] || dpkg --add-architecture arm64

@@ -3,7 +3,7 @@
 # behind, so that the log can be started again.
 # Usage: check_closed_pipe.sh PROGRAM
 set -euo pipefail
-program=$1
+program=("$(dirname "$0")/run.sh" "$1")
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 
@@ -19,9 +19,9 @@ exec 3>&- # which leaves a writing end without a reading one
 # The log grows until its printout is more than what the C library keeps back until the end.
 for run in {1..5}; do
     status=0
-    env --default-signal=PIPE "$program" "$scratch/log" >&4 2>"$scratch/errors" || status=$?
+    env --default-signal=PIPE "${program[@]}" "$scratch/log" >&4 2>"$scratch/errors" || status=$?
     [ "$status" -eq 1 ] || fail "run $run ended with status $status: $(cat "$scratch/errors")"
     [ ! -e "$scratch/log.lck" ] || fail "run $run left its lock behind"
 done
-"$program" "$scratch/log" >"$scratch/output"
+"${program[@]}" "$scratch/log" >"$scratch/output"
 grep -qx 'entries, says the dispatcher: 6' "$scratch/output" || fail "the log does not hold 6 entries"

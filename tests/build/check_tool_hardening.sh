@@ -15,10 +15,16 @@ has() {
     grep -qE "$2" <<<"$1" || fail "$tool: $3"
 }
 
+objdump=objdump
 case $(readelf -hW "$tool" | sed -nE 's/^ *Machine: *//p') in
 *X86-64 | *80386)
     protected='x86 feature: IBT, SHSTK'
     probe='or[lq] +[$]0x0,(0x[0-9a-f]+)?\(%[er]sp\)'
+    ;;
+AArch64)
+    protected='AArch64 feature: BTI, PAC'
+    probe='str[[:space:]]+xzr, \[sp, #1024\]'
+    objdump=aarch64-linux-gnu-objdump
     ;;
 *) fail "$tool: what its machine protects is not known here" ;;
 esac
@@ -35,5 +41,5 @@ done
 symbols=$(nm "$@")
 has "$symbols" 'U __stack_chk_fail' "no stack protector"
 has "$symbols" 'U __[a-z]+_chk' "no fortified calls"
-has "$(objdump -d "$@")" "$probe" "large frames are not probed page by page"
+has "$("$objdump" -d "$@")" "$probe" "large frames are not probed page by page"
 echo "$# objects"
