@@ -51,7 +51,9 @@ if(CMAKE_SIZEOF_VOID_P EQUAL 4)
   target_compile_options(zusahpi_library INTERFACE -fno-asynchronous-unwind-tables
                                                    -falign-functions=4)
 endif()
-# The library and the tool read files that they do not trust.
+# The library and the tool read files that they do not trust. A flag of another machine is an error to
+# GCC and a warning to clang.
+set(CMAKE_REQUIRED_FLAGS -Werror)
 foreach(flag -fstack-protector-strong -fstack-clash-protection -fcf-protection
              -mbranch-protection=standard)
   string(MAKE_C_IDENTIFIER "HAVE${flag}" have)
@@ -60,5 +62,6 @@ foreach(flag -fstack-protector-strong -fstack-clash-protection -fcf-protection
     target_compile_options(zusahpi_compile INTERFACE ${flag})
   endif()
 endforeach()
+unset(CMAKE_REQUIRED_FLAGS)
 set(hardened_link -Wl,-z,relro,-z,now,-z,noexecstack)
 target_link_options(zusahpi_library INTERFACE ${hardened_link},-z,text)
