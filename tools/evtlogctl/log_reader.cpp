@@ -33,7 +33,7 @@ using eventlog::noEntry;
 constexpr auto restingEffort = std::chrono::milliseconds{1000};
 constexpr auto firstPause = std::chrono::microseconds{100};
 constexpr auto longestPause = std::chrono::milliseconds{20};
-constexpr auto longestEffort = std::chrono::milliseconds{5000};
+constexpr auto longestReading = std::chrono::milliseconds{5000};
 
 [[nodiscard]] EventLogInfoRecord readInfo(const LogFile &file) {
     EventLogInfoRecord info{};
@@ -243,7 +243,7 @@ Snapshot readLog(const LogFile &file, std::size_t most) {
                 return result;
             }
         }
-        if (effort > longestEffort) {
+        if (effort > longestReading) {
             fail(Status::systemRefused, "{} changes too fast to be read; try again in a moment",
                  file.path());
         }
