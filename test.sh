@@ -18,10 +18,13 @@ esac
 scripts/setup.sh --tests
 rm -rf build/steps build/programs
 mkdir -p build/steps
-all_programs=$PATH
-# Tests find the programs that setup installs for them, and no others.
 tests/build/provided.py path build/programs
-export PATH=$PWD/build/programs
+
+# provided COMMAND...: finds the programs that setup installs for the tests, and no others. Builds find
+# their compilers as they do without this script: a build folder belongs to one of a name and place.
+provided() {
+    PATH=$PWD/build/programs "$@"
+}
 
 # What a step counted; tests that count the same thing are added up.
 figures() {
@@ -58,8 +61,9 @@ skipped_tests() {
 
 build_and_test() {
     local log=build/$1/Testing/Temporary/LastTest.log
-    cmake --preset "$1" && cmake --build --preset "$1" && ctest --preset "$1" --progress &&
-        { grep -h '^figure: ' "$log" || true; } && skipped_tests "$1" "$log"
+    cmake --preset "$1" && cmake --build --preset "$1" &&
+        provided ctest --preset "$1" --progress && skipped_tests "$1" "$log" &&
+        { grep -h '^figure: ' "$log" || true; }
 }
 
 i386_runs() {
@@ -90,11 +94,11 @@ all_else() {
     fi
     [ "$i386" = no ] || abis+=(abi-i386)
     step "exported ABI" scripts/abi.sh "${abis[@]}"
-    step "Debian packages" env PATH="$all_programs" scripts/packages.sh
+    step "Debian packages" scripts/packages.sh
     if [ "$(uname -m)" = x86_64 ]; then
-        step "valgrind" tests/build/check_memory.sh build/native
+        step "valgrind" provided tests/build/check_memory.sh build/native
     fi
-    step "static analysis" tests/build/check_analysis.sh build/native
+    step "static analysis" provided tests/build/check_analysis.sh build/native
     step "coverage" tests/coverage/run.sh
     sed -n '/^folder/,/^total/s/^/        /p' build/steps/coverage.log
     step "fuzz" tests/fuzz/run.sh
@@ -109,7 +113,7 @@ all_else() {
     builds=("${presets[@]}" coverage "${fuzzers[@]}")
 }
 
-step "style" tests/build/check_style.sh
+step "style" provided tests/build/check_style.sh
 step "build and test native" build_and_test native
 builds=(native)
 if [ "$quick" = no ]; then
