@@ -9,6 +9,7 @@
 
 #include "constants/decimal.h"
 #include "constants/type_ids.h"
+#include "util/number_base.h"
 #include "zuSaHpi_mainlib.h"
 #include "zuSaHpi_util.h"
 
@@ -24,13 +25,13 @@ constexpr uint32_t notFound = 0xFFFFFFFF;
 // Numbers are limited to 32 bits on every host, as they are where a long has 32.
 [[nodiscard]] SaHpiInt64T unsignedNumber(const char *text, char **rest) {
     constexpr unsigned long long limit = std::numeric_limits<uint32_t>::max();
-    return static_cast<SaHpiInt64T>(std::min(std::strtoull(text, rest, 0), limit));
+    return static_cast<SaHpiInt64T>(std::min(std::strtoull(text, rest, baseOf(text)), limit));
 }
 
 [[nodiscard]] SaHpiInt64T signedNumber(const char *text, char **rest) {
     constexpr long long lowest = std::numeric_limits<int32_t>::min();
     constexpr long long highest = std::numeric_limits<int32_t>::max();
-    return std::clamp(std::strtoll(text, rest, 0), lowest, highest);
+    return std::clamp(std::strtoll(text, rest, baseOf(text)), lowest, highest);
 }
 
 [[nodiscard]] SaHpiInt64T numberOf(const char *text, uint32_t *foundType) {

@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "eventlog/failure.h"
+#include "eventlog/recovery.h"
 #include "eventlog/remove.h"
 #include "eventlog/retrieval.h"
 #include "eventlog/store_state.h"
@@ -199,14 +200,17 @@ SaErrorT zuSaHpiEventLogEntryAdd(const EventLogAddRecord *entry, int force) {
     if (!store.fileEnabled || dropped) {
         return SA_OK;
     }
-    if (const SaErrorT result = prepareTransaction("add an entry"); result != SA_OK) {
-        return result;
-    }
-    if (isDroppedSilently(force)) { // by a change that waited until now
-        return SA_OK;
+    if (const char *reason = hindrance()) {
+        return internalError("Event log error - attempt to add an entry when ", reason);
     }
     if (userEventTooLong(entry->event)) {
         return SA_ERR_HPI_INVALID_DATA;
+    }
+    if (!finishWaitingCommit()) {
+        return SA_ERR_HPI_NO_RESPONSE;
+    }
+    if (isDroppedSilently(force)) { // by a change that waited until now
+        return SA_OK;
     }
     EventLogInfoRecord workingCopy;
     beginTransaction(workingCopy);

@@ -19,6 +19,11 @@ SaErrorT internalError(const char *text) {
     return SA_ERR_HPI_INTERNAL_ERROR;
 }
 
+SaErrorT internalError(const char *head, const char *rest) {
+    (void)internalError(head);
+    return internalError(rest);
+}
+
 void die(const char *text) {
     zuSaHpiPrintf(diagnostics(), "%s", text);
     std::exit(EXIT_FAILURE);

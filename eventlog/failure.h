@@ -12,6 +12,9 @@ void reportSystemError(const char *purpose);
 // Prints the text as it stands. Returns SA_ERR_HPI_INTERNAL_ERROR.
 SaErrorT internalError(const char *text);
 
+// The same for a text that goes out in two prints.
+SaErrorT internalError(const char *head, const char *rest);
+
 // Prints the text as it stands and exits with status 1.
 [[noreturn]] void die(const char *text);
 

@@ -7,6 +7,7 @@
 
 #include "eventlog/failure.h"
 #include "eventlog/log_file.h"
+#include "eventlog/recovery.h"
 #include "eventlog/store_state.h"
 #include "eventlog/transaction.h"
 #include "util/time_arithmetic.h"
@@ -17,9 +18,37 @@ using namespace zusahpi::eventlog;
 
 namespace {
 
-// A change of time or state counts as served once it is allowed: what failed of it is printed.
-SaErrorT servedUnlessForbidden(SaErrorT result) {
-    return result == SA_ERR_HPI_NO_RESPONSE ? SA_OK : result;
+// Of the info record that counts: the log's clock is its own.
+void makeEmpty(EventLogInfoRecord &info) {
+    info.oldest = noEntry;
+    info.newest = noEntry;
+    info.freeHead = noEntry;
+    info.maxUsed = 0;
+    info.sa.Entries = 0;
+    info.sa.UpdateTimestamp = zuSaHpiEventLogTimeGet();
+    info.sa.OverflowFlag = 0;
+}
+
+SaErrorT clearInTransaction() {
+    EventLogInfoRecord workingCopy;
+    beginTransaction(workingCopy);
+    makeEmpty(workingCopy);
+    return commitTransaction();
+}
+
+// Nothing of the records that the waiting commit wants written is left, so it need not be finished,
+// which a full disk might never let it be: one write over the info record that it leaves, which
+// takes no room, ends it and empties the log.
+SaErrorT clearOverWaitingCommit() {
+    EventLogInfoRecord workingCopy;
+    if (!readWaitingInfo(workingCopy)) {
+        return SA_ERR_HPI_NO_RESPONSE;
+    }
+    store.transaction = &workingCopy;
+    makeEmpty(workingCopy);
+    abortTransaction();
+    workingCopy.updating = 0;
+    return settle(workingCopy) ? SA_OK : SA_ERR_HPI_NO_RESPONSE;
 }
 
 } // namespace
@@ -35,19 +64,11 @@ SaErrorT zuSaHpiEventLogClear(void) {
         store.info.sa.UpdateTimestamp = zuSaHpiEventLogTimeGet();
         return SA_OK;
     }
-    if (const SaErrorT result = prepareTransaction("clear log"); result != SA_OK) {
-        return result;
+    if (const char *reason = hindrance()) {
+        return internalError("Event log error - attempt to clear log when ", reason);
     }
-    EventLogInfoRecord workingCopy;
-    beginTransaction(workingCopy);
-    workingCopy.oldest = noEntry;
-    workingCopy.newest = noEntry;
-    workingCopy.freeHead = noEntry;
-    workingCopy.maxUsed = 0;
-    workingCopy.sa.Entries = 0;
-    workingCopy.sa.UpdateTimestamp = zuSaHpiEventLogTimeGet();
-    workingCopy.sa.OverflowFlag = 0;
-    if (const SaErrorT result = commitTransaction(); result != SA_OK) {
+    const SaErrorT result = store.commitWaits ? clearOverWaitingCommit() : clearInTransaction();
+    if (result != SA_OK) {
         return result;
     }
     if (!truncateAfter(store.info.maxUsed)) {
@@ -61,11 +82,14 @@ SaErrorT zuSaHpiEventLogResetOverflow(void) {
     if (!store.fileEnabled) {
         return SA_OK;
     }
-    if (const SaErrorT result = prepareTransaction("reset log"); result != SA_OK) {
-        return result;
+    if (const char *reason = hindrance()) {
+        return internalError("Event log error - attempt to reset log when ", reason);
     }
     if (store.info.sa.OverflowResetable == 0) {
         return SA_ERR_HPI_INVALID_CMD;
+    }
+    if (!finishWaitingCommit()) {
+        return SA_ERR_HPI_NO_RESPONSE;
     }
     if (store.info.sa.OverflowFlag == 0) {
         return SA_OK;
@@ -89,8 +113,11 @@ SaErrorT zuSaHpiEventLogTimeSet(SaHpiTimeT time) {
         store.info.timeOffset = timeDifference(time, zuSaHpiGetTimeofDay());
         return SA_OK;
     }
-    if (const SaErrorT result = prepareTransaction("set time"); result != SA_OK) {
-        return servedUnlessForbidden(result);
+    if (const char *reason = hindrance()) {
+        return internalError("Event log error - attempt to set time when ", reason);
+    }
+    if (!finishWaitingCommit()) {
+        return SA_OK; // served also when it fails, which is printed
     }
     EventLogInfoRecord workingCopy;
     beginTransaction(workingCopy);
@@ -114,8 +141,11 @@ SaErrorT zuSaHpiEventLogStateSet(SaHpiBoolT enable) {
         store.info.sa.Enabled = enabled;
         return SA_OK;
     }
-    if (const SaErrorT result = prepareTransaction("set state"); result != SA_OK) {
-        return servedUnlessForbidden(result);
+    if (const char *reason = hindrance()) {
+        return internalError("Event log error - attempt to set state when ", reason);
+    }
+    if (!finishWaitingCommit()) {
+        return SA_OK; // served also when it fails, which is printed
     }
     EventLogInfoRecord workingCopy;
     beginTransaction(workingCopy);

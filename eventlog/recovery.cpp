@@ -64,8 +64,8 @@ void reconcile(EventLogInfoRecord &info, const EventLogInfoRecord &configured) {
     }
 }
 
-bool replayTransactionLog() {
-    if (store.info.updating == 0) {
+bool replayTransactionLog(EventLogInfoRecord &info) {
+    if (info.updating == 0) {
         return true;
     }
     for (std::uint32_t slot = 0; slot < transactionSlots; ++slot) {
@@ -86,27 +86,41 @@ bool replayTransactionLog() {
             return false;
         }
     }
-    store.info.updating = 0;
+    info.updating = 0;
     return true;
 }
 
 bool finishWaitingCommit() {
-    EventLogInfoRecord inFile;
+    if (!store.commitWaits) {
+        return true;
+    }
+    EventLogInfoRecord info;
+    if (!readWaitingInfo(info)) {
+        return false;
+    }
+    store.transaction = &info; // which the numbers of the slots are held against
+    const bool replayed = replayTransactionLog(info);
+    store.transaction = nullptr;
+    if (!replayed) {
+        return false;
+    }
+    store.info = info;
+    return settle(info);
+}
+
+bool readWaitingInfo(EventLogInfoRecord &info) {
     if (!seekTo(infoOffset)) {
         reportSystemError("lseek on logfile to info record");
         return false;
     }
-    if (!readInfo(inFile)) {
+    return readInfo(info);
+}
+
+bool settle(const EventLogInfoRecord &info) {
+    if (!writeInfo(info)) {
         return false;
     }
-    if (inFile.updating != 0) {
-        store.info = inFile;
-    } else {
-        store.info.updating = 0;
-    }
-    if (!replayTransactionLog() || !writeInfo(store.info)) {
-        return false;
-    }
+    store.info = info;
     store.commitWaits = false;
     return true;
 }

@@ -4,9 +4,11 @@
 #include "eventlog/remove.h"
 
 #include "eventlog/failure.h"
+#include "eventlog/recovery.h"
 #include "eventlog/retrieval.h"
 #include "eventlog/store_state.h"
 #include "eventlog/transaction.h"
+#include "util/diagnostics.h"
 
 namespace zusahpi::eventlog {
 namespace {
@@ -44,18 +46,12 @@ SaErrorT removeFromCircular(EventLogInfoRecord &info, std::uint32_t number) {
     } else if (number == info.oldest) {
         info.oldest = number == info.maxUsed ? 1 : number + 1;
     } else {
-        return internalError("Attempt to delete non-end entry in Circular-type log.\n");
+        return internalError("Attempt to delete non-end entry in ", "Circular-type log.\n");
     }
     if (info.newest >= info.oldest) { // not wrapped: nothing above newest is in use
         info.maxUsed = info.newest;
     }
     return SA_OK;
-}
-
-// A neighbour of an active entry, which must itself be active.
-SaErrorT getNeighbour(std::uint32_t number, EventLogEntryRecord &record, const char *ifDeleted) {
-    const SaErrorT result = getEntryToChange(number, record);
-    return result == SA_ERR_HPI_NOT_PRESENT ? internalError(ifDeleted) : result;
 }
 
 SaErrorT writeNeighbour(const EventLogEntryRecord &record) {
@@ -71,8 +67,10 @@ SaErrorT unlinkFromOlder(EventLogInfoRecord &info, const EventLogEntryRecord &re
         return SA_OK;
     }
     EventLogEntryRecord older;
-    const SaErrorT result = getNeighbour(
-        removed.prev, older, "Event log error - previous entry in active record is deleted.\n");
+    const SaErrorT result = getEntryToChange(removed.prev, older);
+    if (result == SA_ERR_HPI_NOT_PRESENT) {
+        return internalError("Event log error - previous entry in active record is deleted.\n");
+    }
     if (result != SA_OK) {
         return result;
     }
@@ -89,8 +87,10 @@ SaErrorT unlinkFromNewer(EventLogInfoRecord &info, const EventLogEntryRecord &re
         return SA_OK;
     }
     EventLogEntryRecord newer;
-    const SaErrorT result = getNeighbour(
-        removed.next, newer, "Event log error - next entry in active record is deleted.\n");
+    const SaErrorT result = getEntryToChange(removed.next, newer);
+    if (result == SA_ERR_HPI_NOT_PRESENT) {
+        return internalError("Event log error - next entry in", " active record is deleted.\n");
+    }
     if (result != SA_OK) {
         return result;
     }
@@ -131,6 +131,12 @@ SaErrorT removeByType(EventLogInfoRecord &info, std::uint32_t number) {
     return internalError("Event log error: undefined log type.\n");
 }
 
+// In one print, unlike the other operations.
+SaErrorT refuse(const char *reason) {
+    zuSaHpiPrintf(diagnostics(), "Event log error - attempt to delete an entry when %s", reason);
+    return SA_ERR_HPI_INTERNAL_ERROR;
+}
+
 } // namespace
 
 SaErrorT removeEntry(EventLogInfoRecord &workingCopy, SaHpiEventLogEntryIdT entryId) {
@@ -160,8 +166,11 @@ SaErrorT zuSaHpiEventLogEntryDel(SaHpiEventLogEntryIdT entryId, int force) {
         }
         return removeEntry(*store.transaction, entryId);
     }
-    if (const SaErrorT result = prepareTransaction("delete an entry"); result != SA_OK) {
-        return result;
+    if (const char *reason = hindrance()) {
+        return refuse(reason);
+    }
+    if (!finishWaitingCommit()) {
+        return SA_ERR_HPI_NO_RESPONSE;
     }
     EventLogInfoRecord workingCopy;
     beginTransaction(workingCopy);

@@ -54,11 +54,14 @@ SaErrorT getEntry(std::uint32_t number, EventLogEntryRecord &record) {
 }
 
 SaErrorT getEntryToChange(std::uint32_t number, EventLogEntryRecord &record) {
+    const EventLogInfoRecord &info = currentInfo();
+    if (number > info.maxUsed) {
+        return SA_ERR_HPI_NOT_PRESENT;
+    }
     if (const SaErrorT result = getEntry(number, record); result != SA_OK) {
         return result;
     }
-    const EventLogInfoRecord &info = currentInfo();
-    if (record.entry.EntryId != number || number > info.maxUsed || number > info.sa.Size) {
+    if (record.entry.EntryId != number || number > info.sa.Size) {
         return internalError("Event log error - entry number does not fit the log\n");
     }
     return SA_OK;

@@ -19,9 +19,10 @@ namespace zusahpi::eventlog {
 // returns.
 [[nodiscard]] SaErrorT getEntry(std::uint32_t number, EventLogEntryRecord &record);
 
-// The same for an entry that is to be changed. A changed record is written to the number that it
-// bears, so that must be its own and one of the log: otherwise the file is damaged, and the result
-// is SA_ERR_HPI_INTERNAL_ERROR (printed).
+// The same for an entry that is to be changed; what a link or an end of the log names may lie
+// beyond the log, and is not present then. A changed record is written to the number that it bears,
+// so that must be its own and one of the log: otherwise the file is damaged, and the result is
+// SA_ERR_HPI_INTERNAL_ERROR (printed).
 [[nodiscard]] SaErrorT getEntryToChange(std::uint32_t number, EventLogEntryRecord &record);
 
 } // namespace zusahpi::eventlog

@@ -93,7 +93,7 @@ void startFromExistingFile(const EventLogControlBlock &block) {
         store.info = block.info;
     } else {
         reconcile(store.info, block.info);
-        if (!replayTransactionLog()) {
+        if (!replayTransactionLog(store.info)) {
             std::exit(EXIT_FAILURE);
         }
     }

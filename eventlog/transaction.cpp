@@ -7,9 +7,7 @@
 #include "eventlog/entry_io.h"
 #include "eventlog/failure.h"
 #include "eventlog/log_file.h"
-#include "eventlog/recovery.h"
 #include "eventlog/store_state.h"
-#include "util/diagnostics.h"
 
 namespace zusahpi::eventlog {
 namespace {
@@ -94,18 +92,11 @@ SaErrorT writeChangedInfo(const EventLogInfoRecord &workingCopy) {
 
 } // namespace
 
-SaErrorT prepareTransaction(const char *attempt) {
-    const char *reason = nullptr;
+const char *hindrance() {
     if (store.transaction != nullptr) {
-        reason = "transaction already in process.\n";
-    } else if (!slotIsEmpty(store.transactionCache[0])) {
-        reason = "transaction cache is not empty.\n";
+        return "transaction already in process.\n";
     }
-    if (reason != nullptr) {
-        zuSaHpiPrintf(diagnostics(), "Event log error - attempt to %s when %s", attempt, reason);
-        return SA_ERR_HPI_INTERNAL_ERROR;
-    }
-    return !store.commitWaits || finishWaitingCommit() ? SA_OK : SA_ERR_HPI_NO_RESPONSE;
+    return slotIsEmpty(store.transactionCache[0]) ? nullptr : "transaction cache is not empty.\n";
 }
 
 void beginTransaction(EventLogInfoRecord &workingCopy) {

@@ -5,18 +5,18 @@
 //                               |----abortTransaction----> idle
 //
 // Whoever opens a transaction ends it on every path before it returns. What a failed commit to a
-// Linked log left to be done is done before the next transaction: it may be durable already.
+// Linked log left to be done is done before the next transaction: it may be durable already. So a
+// changing operation asks, in this order: may a transaction be opened (hindrance), does it refuse
+// what it was asked for, can a waiting commit be finished (recovery.h).
 #pragma once
 
 #include "eventlog/log_format.h"
 
 namespace zusahpi::eventlog {
 
-// To be called first by a changing operation. Returns SA_OK when it may open a transaction;
-// SA_ERR_HPI_INTERNAL_ERROR when one is open or its cache is not empty (printed, "Event log error -
-// attempt to <attempt> when ..."); SA_ERR_HPI_NO_RESPONSE (printed) when an earlier commit waits to
-// be finished and cannot be.
-[[nodiscard]] SaErrorT prepareTransaction(const char *attempt);
+// Why no transaction may be opened now, as the refusal of an operation ends: a call came in the
+// middle of another. Null when one may be.
+[[nodiscard]] const char *hindrance();
 
 // Opens a transaction on `workingCopy`, which the caller keeps until the transaction ends and which
 // starts as the in-memory info record.

@@ -15,6 +15,7 @@
 #include "frontends/entry_number.h"
 #include "frontends/hex_decode.h"
 #include "frontends/usage_text.h"
+#include "util/number_base.h"
 #include "zuSaHpi_mainlib.h"
 
 namespace zusahpi::frontends {
@@ -66,7 +67,7 @@ void printResult(zuSaHpiHandleT out, SaErrorT code) {
         break;
     }
     char *rest = nullptr;
-    const long long number = std::strtoll(word, &rest, 0);
+    const long long number = std::strtoll(word, &rest, baseOf(word));
     if (*rest != '\0') {
         return std::nullopt;
     }

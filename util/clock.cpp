@@ -20,7 +20,7 @@ ClockState clockState;
 
 SaHpiTimeT zuSaHpiTime(void) {
     using namespace zusahpi;
-    if (clockState.offsetSet) {
+    if (__atomic_load_n(&clockState.offsetSet, __ATOMIC_ACQUIRE)) {
         return timeSum(zuSaHpiGetTimeRef(), clockState.offset);
     }
     return zuSaHpiGetTimeofDay();
@@ -29,5 +29,6 @@ SaHpiTimeT zuSaHpiTime(void) {
 void zuSaHpiSetTime(SaHpiTimeT time) {
     using namespace zusahpi;
     clockState.offset = timeDifference(time, zuSaHpiGetTimeRef());
-    clockState.offsetSet = true;
+    // Only once the offset is whole may a signal handler see that there is one.
+    __atomic_store_n(&clockState.offsetSet, true, __ATOMIC_RELEASE);
 }

@@ -77,6 +77,7 @@ TEST(NameToValue, WhatIsLeftOverIsMarked) {
     EXPECT_EQ(valueOf("12abc"), (Found{12, notFound}));
     EXPECT_EQ(valueOf("12 "), (Found{12, notFound}));
     EXPECT_EQ(valueOf("0x"), (Found{0, notFound}));
+    EXPECT_EQ(valueOf("0b11"), (Found{0, notFound}));
     EXPECT_EQ(valueOf("08"), (Found{0, notFound}));
     EXPECT_EQ(valueOf("-5-"), (Found{-5, notFound}));
     EXPECT_EQ(valueOf("-"), (Found{0, notFound}));

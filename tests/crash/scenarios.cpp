@@ -2,8 +2,10 @@
 
 #include "tests/crash/scenarios.h"
 
+#include <cerrno>
 #include <random>
 
+#include "tests/support/faults.h"
 #include "tests/support/files.h"
 
 namespace crash_test {
@@ -72,6 +74,15 @@ Action overflowed(std::uint8_t size) {
     return [size] {
         adds(size)();
         addRefused();
+    };
+}
+
+// The same, and an add of the next seed that fails once its flag and its first record are written.
+Action waits(std::uint8_t last) {
+    return [last] {
+        adds(last)();
+        test_support::failCall(test_support::Call::write, EIO, 3);
+        EXPECT_EQ(addEvent(static_cast<std::uint8_t>(last + 1)), SA_ERR_HPI_NO_RESPONSE);
     };
 }
 
@@ -162,6 +173,19 @@ void addStartScenarios(std::uint32_t type, std::vector<Scenario> &table) {
                           all, keepsEntries ? all : Seeds{}));
     table.push_back(start("start that shrinks the log too far", block, made,
                           controlBlock(type, drop, 3), all, {}));
+}
+
+// Operations that meet a commit that waits to be finished.
+void addWaitingScenarios(std::vector<Scenario> &table) {
+    const EventLogControlBlock block = controlBlock(linked, wrap, 5);
+    const Seeds all{1, 2, 3, 4};
+    table.push_back(operation("add over a waiting commit", block, waits(3), addNew, all,
+                              {1, 2, 3, 4, newSeed}));
+    table.push_back(
+        operation("delete over a waiting commit", block, waits(3), deletes(4), all, {1, 2, 3}));
+    table.push_back(operation("clear over a waiting commit", block, waits(3), clears, all, {}));
+    table.push_back(
+        operation("time set over a waiting commit", block, waits(3), setsTime, all, all));
 }
 
 EventLogControlBlock randomBlock(std::mt19937 &random) {
@@ -279,6 +303,7 @@ std::vector<Scenario> linkedScenarios() {
         operation("add to an emptied log", block, adds(2, {1, 2}), addNew, {}, {newSeed}));
     table.push_back(
         operation("clear with a free list", block, adds(5, {2}), clears, {1, 3, 4, 5}, {}));
+    addWaitingScenarios(table);
     return table;
 }
 

@@ -40,11 +40,11 @@ class LogOperations : public StoreTest {
         EventLogInfoRecord workingCopy;
         zusahpi::eventlog::beginTransaction(workingCopy);
         EXPECT_EQ(operation(), SA_ERR_HPI_INTERNAL_ERROR);
-        EXPECT_EQ(diagnostics(), head + "transaction already in process.\n");
+        EXPECT_EQ(diagnosticPrints(), (Prints{head, "transaction already in process.\n"}));
         zusahpi::eventlog::abortTransaction();
         store.transactionCache[0] = entryRecord(1, 1);
         EXPECT_EQ(operation(), SA_ERR_HPI_INTERNAL_ERROR);
-        EXPECT_EQ(diagnostics(), head + "transaction cache is not empty.\n");
+        EXPECT_EQ(diagnosticPrints(), (Prints{head, "transaction cache is not empty.\n"}));
         zusahpi::eventlog::emptySlot(store.transactionCache[0]);
         EXPECT_EQ(file().bytes, before);
     }

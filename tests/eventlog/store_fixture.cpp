@@ -207,7 +207,15 @@ std::vector<int> StoreTest::seeds() {
 std::string StoreTest::diagnostics() {
     std::string text;
     text.swap(test_mainlib::state().diagnostics);
+    test_mainlib::state().diagnosticPrints.clear();
     return text;
+}
+
+StoreTest::Prints StoreTest::diagnosticPrints() {
+    Prints prints;
+    prints.swap(test_mainlib::state().diagnosticPrints);
+    test_mainlib::state().diagnostics.clear();
+    return prints;
 }
 
 } // namespace store_test

@@ -82,8 +82,10 @@ class StoreTest : public testing::Test {
     // zuSaHpiEventLogEntryGet returns.
     static std::vector<int> seeds();
 
-    // Diagnostics since the last call.
+    // Diagnostics since the last call: in one piece, or as they were printed.
     static std::string diagnostics();
+    using Prints = std::vector<std::string>;
+    static Prints diagnosticPrints();
 };
 
 bool equalBytes(const void *a, const void *b, std::size_t size);

@@ -257,20 +257,16 @@ TEST_F(Transaction, AWriteThatStopsShortIsContinued) {
     EXPECT_EQ(file().slot(1).rpt.ResourceTag.Data[0], 0x72);
 }
 
-TEST_F(Transaction, GuardsNameTheOperationAndTheReason) {
+TEST_F(Transaction, OneInTheMiddleOfAnotherIsHindered) {
     start(linked, wrap, 5);
+    EXPECT_EQ(hindrance(), nullptr);
     beginTransaction(workingCopy);
-    EXPECT_EQ(prepareTransaction("add an entry"), SA_ERR_HPI_INTERNAL_ERROR);
-    EXPECT_EQ(diagnostics(), "Event log error - attempt to add an entry when "
-                             "transaction already in process.\n");
+    EXPECT_STREQ(hindrance(), "transaction already in process.\n");
     store.transaction = nullptr;
     store.transactionCache[0] = entryRecord(1, 1);
-    EXPECT_EQ(prepareTransaction("add an entry"), SA_ERR_HPI_INTERNAL_ERROR);
-    EXPECT_EQ(diagnostics(), "Event log error - attempt to add an entry when "
-                             "transaction cache is not empty.\n");
+    EXPECT_STREQ(hindrance(), "transaction cache is not empty.\n");
     emptySlot(store.transactionCache[0]);
-    EXPECT_EQ(prepareTransaction("add an entry"), SA_OK);
-    EXPECT_EQ(diagnostics(), "");
+    EXPECT_EQ(hindrance(), nullptr);
 }
 
 } // namespace

@@ -195,7 +195,7 @@ TEST_F(EvtlogCommand, EntrySelectors) {
     for (const char *missing : {"21", "0xFFFFFFFE", "-5", "2147483648"}) {
         EXPECT_EQ(run(std::string("evtlog e ") + missing), notPresent) << missing;
     }
-    for (const char *none : {"", "12abc", "abc", "0x", "08", "1.", "-", "+", "/1", "1\n"}) {
+    for (const char *none : {"", "12abc", "abc", "0x", "08", "0b11", "1.", "-", "+", "/1", "1\n"}) {
         EXPECT_EQ(run(std::string("evtlog e ") + none), usage()) << none;
         EXPECT_EQ(run(std::string("evtlog d ") + none), usage()) << none;
     }

@@ -43,6 +43,7 @@ int zuSaHpiPrintf(zuSaHpiHandleT handle, const char *format, ...) {
     ++state().printCalls;
     if (handle == reinterpret_cast<zuSaHpiHandleT>(stderr)) {
         state().diagnostics += text;
+        state().diagnosticPrints.push_back(text);
         std::fputs(text.c_str(), stderr);
     } else {
         *reinterpret_cast<std::string *>(handle) += text;

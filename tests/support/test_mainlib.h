@@ -15,6 +15,7 @@ struct State {
     SaHpiTimeT timeOfDay = 1'000'000'000;
     SaHpiTimeT timeRef = 0;
     std::string diagnostics;
+    std::vector<std::string> diagnosticPrints;       // the same, a text for each print
     std::vector<std::pair<int, std::string>> syslog; // priority and text of each line
     int printCalls = 0;
 };
