@@ -17,9 +17,12 @@ if(NOT ZUSAHPI_COVERAGE AND NOT flags MATCHES "-O([1-3sgz]|fast)")
 endif()
 
 if(ZUSAHPI_SANITIZE)
-  set(sanitizers -fsanitize=address,undefined -fno-sanitize-recover=all)
-  target_compile_options(zusahpi_compile INTERFACE ${sanitizers} -fno-omit-frame-pointer)
-  target_link_options(zusahpi_compile INTERFACE ${sanitizers})
+  # What the library does to a test's memory is seen, undefined behaviour of the test itself is not.
+  set(is_test $<BOOL:$<TARGET_PROPERTY:ZUSAHPI_IS_TEST>>)
+  target_compile_options(
+    zusahpi_compile INTERFACE -fsanitize=address $<$<NOT:${is_test}>:-fsanitize=undefined>
+                              -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(zusahpi_compile INTERFACE -fsanitize=address,undefined)
 elseif(ZUSAHPI_FUZZ)
   set(sanitizers -fsanitize=fuzzer-no-link,${ZUSAHPI_FUZZ} -fno-sanitize-recover=all
                  -fsanitize-ignorelist=${PROJECT_SOURCE_DIR}/tests/fuzz/ignored.txt)

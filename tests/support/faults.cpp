@@ -40,6 +40,7 @@ struct FaultState {
     std::array<Fault, static_cast<std::size_t>(Call::count)> faults;
     std::array<Cut, static_cast<std::size_t>(Call::count)> cuts;
     std::optional<int> callsToTheEnd;
+    std::optional<int> callsThatCount; // from then on they are lost
     bool recording = false;
     std::vector<std::string> calls;
     std::optional<LinkLie> linkLie;
@@ -80,6 +81,9 @@ void note(const std::string &line) {
     if (faultState().callsToTheEnd && (*faultState().callsToTheEnd)-- == 0) {
         _exit(endedByFault);
     }
+    if (faultState().callsThatCount) {
+        --*faultState().callsThatCount;
+    }
     if (faultState().recording) {
         faultState().calls.push_back(line);
     }
@@ -115,6 +119,7 @@ void failCallsFrom(Call call, int errorNumber, int skip) {
 void clearFaults() {
     faultState().faults = {};
     faultState().cuts = {};
+    faultState().callsThatCount.reset();
 }
 
 void cutCall(Call call, std::size_t bytes, int skip) {
@@ -127,6 +132,14 @@ void cutNextWrite(std::size_t bytes) {
 
 void endProcessBeforeCall(int skip) {
     faultState().callsToTheEnd = skip;
+}
+
+void loseCallsFrom(int skip) {
+    faultState().callsThatCount = skip;
+}
+
+bool callsWereLost() {
+    return faultState().callsThatCount && *faultState().callsThatCount < 0;
 }
 
 void makeNextLinkLie(LinkLie lie) {
@@ -206,6 +219,9 @@ ssize_t write(int fd, const void *buffer, size_t size) {
     if (fails(Call::write)) {
         return -1;
     }
+    if (callsWereLost()) {
+        return static_cast<ssize_t>(size);
+    }
     const ssize_t count =
         real<ssize_t(int, const void *, size_t)>("write")(fd, buffer, moved(Call::write, size));
     if (count > 0) { // so that errno stays that of a failed write
@@ -218,6 +234,9 @@ int ftruncate(int fd, off_t length) noexcept {
     note("ftruncate " + std::to_string(length));
     if (fails(Call::ftruncate)) {
         return -1;
+    }
+    if (callsWereLost()) {
+        return 0;
     }
     const int result = real<int(int, off_t)>("ftruncate64")(fd, length);
     if (result == 0) {

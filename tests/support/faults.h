@@ -49,6 +49,11 @@ void clearFaults();
 void endProcessBeforeCall(int skip);
 inline constexpr int endedByFault = 42;
 
+// Lets the calls after the next `skip` ones of any kind reach no file, whatever they answer: what
+// is left is what a process leaves that ended there.
+void loseCallsFrom(int skip);
+bool callsWereLost();
+
 // What gethostname and getpid answer from then on.
 void pretendHost(const std::string &name);
 void pretendProcessId(int id);
