@@ -6,6 +6,7 @@
  *      -lzuSaHpi_util -o minimal_mainlib
  *
  * and run it with the name of a log file: ./minimal_mainlib ./my.log
+ * With "-d" before the name it goes on as a daemon.
  */
 #include <signal.h>
 #include <stdarg.h>
@@ -127,15 +128,22 @@ static uint32_t entriesByRequest(void) {
 }
 
 int main(int argc, char **argv) {
-    if (argc != 2 || strlen(argv[1]) > 98) {
-        fprintf(stderr, "usage: minimal_mainlib LOGFILE\n");
+    const int asDaemon = argc == 3 && strcmp(argv[1], "-d") == 0;
+    const char *fileName = argv[argc - 1];
+    if (argc != (asDaemon ? 3 : 2) || strlen(fileName) > 98) {
+        fprintf(stderr, "usage: minimal_mainlib [-d] LOGFILE\n");
         return 2;
+    }
+    /* Before the log is started: its lock is the process's that starts it. */
+    if (asDaemon && daemon(1, 1) != 0) {
+        perror("daemon");
+        return 1;
     }
     /* The log gives its lock up in exit(), which a closed pipe must not prevent. */
     signal(SIGPIPE, SIG_IGN);
     zuSaHpiEuId = geteuid();
     zuSaHpiGroupId = getegid();
-    startLog(argv[1]);
+    startLog(fileName);
     printf("add: %s\n", zuSaHpiReturnCode(addSensorEvent(), NULL));
     printf("entries, says the dispatcher: %u\n", entriesByRequest());
     zuSaHpiPrintEventLog((zuSaHpiHandleT)stdout, 0);

@@ -8,6 +8,11 @@
  *
  * Read this first
  *
+ *   A host becomes a daemon first and initialises the log afterwards. Only the process that took
+ *   the lock gives it up: a child that it forks leaves the lock alone when it exits, and cannot
+ * keep it when the process that initialised the log exits. After a fork the two share the log
+ * file's descriptor, so only one of them may go on using the log.
+ *
  *   One log per process. The store keeps its state in process-wide variables and takes no mutex:
  *   callers serialise every call of an event log function (one thread, or a lock of their own).
  *   Printers, registry and hex dump keep no state and may be called from any thread.
@@ -17,10 +22,6 @@
  *   leaves it behind, and every later start then fails until the file is removed by hand: look
  *   first that no process uses the log. The lock is a hard link, so it needs a file system whose
  *   link() is atomic; local ones are.
- *
- *   A process that forks after zuSaHpiEventLogInit shares the log file's descriptor with its child:
- *   only one of the two may go on using the log. The lock stays with the process that initialised
- *   the log; a child that exits leaves it alone.
  *
  *   Only a log of type "Linked" survives a crash in the middle of an update. It is written
  *   synchronously. Logs of type "Simple" and "Circular" are not written synchronously unless
@@ -198,9 +199,10 @@ int zuSaHpiEventLogInitialized(void);
  *   SA_ERR_HPI_INVALID_DATA    a user event whose data are longer than UserEventMaxSize;
  *   SA_ERR_HPI_OUT_OF_SPACE    the log is full and drops new entries (its overflow flag is now
  *                              set), or its size is 0;
- *   SA_ERR_HPI_NO_RESPONSE     the file could not be read or written (printed);
- *   SA_ERR_HPI_INTERNAL_ERROR  the log cannot take the entry: a call in the middle of another one,
- *                              or a file whose contents contradict each other (printed).
+ *   SA_ERR_HPI_NO_RESPONSE     the file could not be read or written (printed). A Linked log may
+ * have the entry all the same from its next change or start on: repeating the add can store it
+ * twice; SA_ERR_HPI_INTERNAL_ERROR  the log cannot take the entry: a call in the middle of another
+ * one, or a file whose contents contradict each other (printed).
  */
 SaErrorT zuSaHpiEventLogEntryAdd(const EventLogAddRecord *entry, int force);
 
@@ -216,7 +218,9 @@ SaErrorT zuSaHpiEventLogEntryAdd(const EventLogAddRecord *entry, int force);
  *                              initialised;
  *   SA_ERR_HPI_INTERNAL_ERROR  an entry that this type of log may not delete, a call in the middle
  *                              of another one, broken links or numbers in the file (printed);
- *   SA_ERR_HPI_NO_RESPONSE     the file could not be read or written (printed).
+ *   SA_ERR_HPI_NO_RESPONSE     the file could not be read or written (printed). The entry of a
+ * Linked log may be gone all the same from its next change or start on: repeating the delete of an
+ * end can then delete another one, too.
  */
 SaErrorT zuSaHpiEventLogEntryDel(SaHpiEventLogEntryIdT entryId, int force);
 

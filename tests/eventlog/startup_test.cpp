@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <climits>
+#include <csignal>
 #include <cstring>
 
 #include <sys/stat.h>
@@ -10,6 +11,7 @@
 
 #include "eventlog/store_state.h"
 #include "tests/eventlog/store_fixture.h"
+#include "tests/support/patience.h"
 
 using namespace store_test;
 using test_support::Call;
@@ -347,6 +349,60 @@ TEST_F(Startup, AForkedChildThatExitsLeavesTheLockAlone) {
         add(1);
     });
     EXPECT_FALSE(test_support::exists(lockPath()));
+}
+
+TEST_F(Startup, AChildOfAForkedChildLeavesTheLockAloneToo) {
+    inChild([] {
+        start(linked, wrap, 5);
+        const ChildResult child = runInChild([] {
+            const ChildResult grandchild = runInChild([] { std::exit(0); });
+            EXPECT_EQ(grandchild.exitStatus, 0);
+            EXPECT_TRUE(test_support::exists(lockPath()));
+        });
+        EXPECT_EQ(child.exitStatus, 0) << child.diagnostics;
+        EXPECT_TRUE(test_support::exists(lockPath()));
+        add(1);
+    });
+    EXPECT_FALSE(test_support::exists(lockPath()));
+}
+
+// A daemon takes the lock after its forks: the processes that it leaves behind never had it.
+TEST_F(Startup, ADaemonKeepsTheLockThatItTook) {
+    const ChildResult result = runInChild([] {
+        for (int forks = 0; forks < 2; ++forks) {
+            const pid_t parent = getpid();
+            if (fork() != 0) {
+                std::exit(0);
+            }
+            EXPECT_TRUE(test_support::comesTrue([parent] { return getppid() != parent; }));
+        }
+        start(linked, wrap, 5);
+        EXPECT_TRUE(test_support::exists(lockPath()));
+        add(1);
+    });
+    EXPECT_EQ(result.exitStatus, 0);
+    EXPECT_EQ(result.diagnostics, "");
+    EXPECT_FALSE(test_support::exists(lockPath())); // the daemon has ended: it held the pipe
+    inChild([] {
+        start(linked, wrap, 5);
+        EXPECT_EQ(seeds(), std::vector<int>{1});
+    });
+}
+
+// The lock of a killed process stays, as it does without a child: the child took none.
+TEST_F(Startup, AChildThatOutlivesTheHolderLeavesItsLock) {
+    const ChildResult result = runInChild([] {
+        start(linked, wrap, 5);
+        const pid_t holder = getpid();
+        if (fork() == 0) {
+            EXPECT_TRUE(test_support::comesTrue([holder] { return getppid() != holder; }));
+            EXPECT_TRUE(test_support::exists(lockPath()));
+            std::exit(testing::Test::HasFailure() ? 1 : 0);
+        }
+        (void)raise(SIGKILL);
+    });
+    EXPECT_EQ(result.diagnostics, "");
+    EXPECT_TRUE(test_support::exists(lockPath())); // the child has ended, too
 }
 
 // It has the handler twice, inherited and its own; what runs second must leave alone what another

@@ -152,8 +152,20 @@ TEST_F(Check, NeitherLockNorWriting) {
 // ---- The length of the file ---------------------------------------------------------------------
 
 TEST_F(Check, FilesThatAreTooShort) {
+    const std::string cutWhileMade =
+        "offset 0: notice: a crash while the log was made leaves such a file; every start stops at "
+        "it, until \"rm " +
+        path + "\" lets the next one make the log anew";
     expectFindings("", damaged,
                    {"offset 0: damage: the file ends here, 6064 bytes before the end of an empty "
+                    "log",
+                    cutWhileMade});
+    expectFindings(bytesOf(Kind::linked).substr(0, 79), damaged,
+                   {"offset 79: damage: the file ends here, 5985 bytes before the end of an empty "
+                    "log",
+                    cutWhileMade});
+    expectFindings(bytesOf(Kind::linked).substr(0, 80), damaged,
+                   {"offset 80: damage: the file ends here, 5984 bytes before the end of an empty "
                     "log"});
     expectFindings(bytesOf(Kind::linked).substr(0, 6063), damaged,
                    {"offset 6063: damage: the file ends here, 1 bytes before the end of an empty "

@@ -4,6 +4,7 @@
 #include <csignal>
 #include <filesystem>
 
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -11,6 +12,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/evtlogctl/program.h"
+#include "tests/evtlogctl/sample_logs.h"
 #include "tests/evtlogctl/sel_samples.h"
 #include "tests/support/files.h"
 #include "tests/support/patience.h"
@@ -659,6 +661,50 @@ TEST_F(Program, ALogThatCannotBeStarted) {
     expectFailure(program::run({"--root", below, "import", dataFile("misc-30.sel")}),
                   "the folder " + below +
                       "/evtlog cannot be made: Not a directory; choose another with --root");
+}
+
+// The advice is right: with the file gone the next start makes the log.
+TEST_F(Program, ALogThatACrashCutWhileItWasMade) {
+    std::filesystem::create_directories(root + "/evtlog");
+    writeFile(log, std::string(79, '\0'));
+    const Result result = import(dataFile("misc-30.sel"));
+    EXPECT_EQ(result.exitStatus, 3);
+    EXPECT_EQ(result.errors,
+              "Unable to read Event Log Info from existing log file.\n"
+              "evtlogctl: the log " +
+                  log + " was cut short by a crash while it was made, and holds nothing; \"rm " +
+                  log + "\" lets the next start make it anew\n");
+    EXPECT_FALSE(exists(log + ".lck"));
+    std::remove(log.c_str());
+    EXPECT_EQ(import(dataFile("misc-30.sel")).exitStatus, 0);
+}
+
+TEST_F(Program, AnInterruptedUpdateThatTheDiskDoesNotTake) {
+    configure("linked", "Size=100");
+    std::filesystem::create_directories(root + "/evtlog");
+    writeFile(log, sample_logs::bytesOf(sample_logs::Kind::interrupted));
+    sample_logs::age(log);
+    rlimit usual{};
+    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &usual), 0);
+    const rlimit full{.rlim_cur = 6064, .rlim_max = usual.rlim_max};
+    (void)std::signal(SIGXFSZ, SIG_IGN); // programs that it starts take that over
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &full), 0);
+    const Result result = import(dataFile("misc-30.sel"));
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &usual), 0);
+    EXPECT_EQ(result.exitStatus, 4);
+    EXPECT_EQ(result.errors.find("Error: write of event log entry # "), 0U) << result.errors;
+    EXPECT_NE(result.errors.find(
+                  "\nError transacting logged record on existing log file.\n"
+                  "evtlogctl: an interrupted update of the log " +
+                  log +
+                  " could not be finished, see the line above; it is safe and waits: make room on "
+                  "the disk, and try again\n"),
+              std::string::npos)
+        << result.errors;
+    const std::string found = run({"check"}).output;
+    EXPECT_NE(found.find("an interrupted update of 2 records waits"), std::string::npos) << found;
+    EXPECT_EQ(import(dataFile("misc-30.sel")).exitStatus, 0);
+    EXPECT_EQ(run({"check"}).exitStatus, 0);
 }
 
 TEST_F(Program, ListWhileAnotherProcessAdds) {

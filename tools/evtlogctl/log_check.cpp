@@ -566,6 +566,12 @@ void checkRing(CheckedLog &log) {
     }
     damage(log, {size, {}}, "the file ends here, {} bytes before the end of an empty log",
            eventlog::entriesOffset - size);
+    if (size < eventlog::infoSize) {
+        notice(log, {0, {}},
+               "a crash while the log was made leaves such a file; every start stops at it, until "
+               "\"rm {}\" lets the next one make the log anew",
+               shown(file.path()));
+    }
     return true;
 }
 
@@ -652,16 +658,19 @@ EventLogEntryRecord recordOf(const LogFile &file, const CheckedLog &log, std::ui
     return record;
 }
 
-bool canBeStarted(const std::string &path) {
+StartObstacle startObstacle(const std::string &path) {
     try {
         const LogFile file(path);
         CheckedLog log;
         if (!file.read(eventlog::infoOffset, &log.info, sizeof log.info)) {
-            return false;
+            return StartObstacle::cutWhileMade;
         }
-        return log.info.updating == 0 || readWaitingUpdate(file, log);
+        if (log.info.updating == 0) {
+            return StartObstacle::none;
+        }
+        return readWaitingUpdate(file, log) ? StartObstacle::waitingUpdate : StartObstacle::damage;
     } catch (const Failure &) {
-        return true;
+        return StartObstacle::none;
     }
 }
 

@@ -66,8 +66,14 @@ void checkLog(const LogFile &file, CheckedLog &log);
 [[nodiscard]] EventLogEntryRecord recordOf(const LogFile &file, const CheckedLog &log,
                                            std::uint32_t number);
 
-// Whether what is in the file lets a start succeed: there is an info record, and every waiting
-// update can be applied. True also when the file cannot be read.
-[[nodiscard]] bool canBeStarted(const std::string &path);
+// What in a log file stops a start, or lets one fail that needs to write. Nothing that is known of a
+// file which cannot be read.
+enum class StartObstacle {
+    none,
+    cutWhileMade,  // not even a whole info record: a crash came while the file was made
+    damage,        // an update waits that cannot be applied
+    waitingUpdate, // an update waits that can: the start has to write it
+};
+[[nodiscard]] StartObstacle startObstacle(const std::string &path);
 
 } // namespace zusahpi::evtlogctl

@@ -80,12 +80,27 @@ void makeFolder(const LogSetup &setup) {
                                     path),
                 .status = Status::systemRefused};
     }
-    if (access(path.c_str(), F_OK) == 0 && !canBeStarted(path)) {
+    switch (startObstacle(path)) {
+    case StartObstacle::cutWhileMade:
+        return {.text = fmt::format("the log {} was cut short by a crash while it was made, and "
+                                    "holds nothing; \"rm {}\" lets the next start make it anew",
+                                    path, path),
+                .status = Status::damaged};
+    case StartObstacle::damage:
         return {.text =
                     fmt::format("the log {} is damaged, see the line above; \"evtlogctl check\" "
                                 "says where, and with --salvage saves its entries",
                                 path),
                 .status = Status::damaged};
+    case StartObstacle::waitingUpdate:
+        return {.text =
+                    fmt::format("an interrupted update of the log {} could not be finished, see "
+                                "the line above; it is safe and waits: make room on the disk, "
+                                "and try again",
+                                path),
+                .status = Status::systemRefused};
+    case StartObstacle::none:
+        break;
     }
     return {.text = fmt::format("the log {} could not be started, see the line above; check its "
                                 "folder, its permissions and --root",
