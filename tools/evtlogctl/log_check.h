@@ -66,8 +66,8 @@ void checkLog(const LogFile &file, CheckedLog &log);
 [[nodiscard]] EventLogEntryRecord recordOf(const LogFile &file, const CheckedLog &log,
                                            std::uint32_t number);
 
-// What in a log file stops a start, or lets one fail that needs to write. Nothing that is known of a
-// file which cannot be read.
+// What in a log file stops a start, or lets one fail that needs to write. Nothing is known of a
+// file that cannot be read.
 enum class StartObstacle {
     none,
     cutWhileMade,  // not even a whole info record: a crash came while the file was made
