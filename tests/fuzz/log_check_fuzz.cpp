@@ -53,7 +53,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     }
     if (log.readable && log.info.type < fuzz::logTypes) {
         const EventLogInfoRecord &info = log.info;
-        const bool expected = canBeStarted(path);
+        const StartObstacle obstacle = startObstacle(path);
+        const bool expected =
+            obstacle == StartObstacle::none || obstacle == StartObstacle::waitingUpdate;
         fuzz::require(fuzz::startLog(fuzz::controlBlock(info.type, info.overflowAction,
                                                         info.sa.Size)) == expected,
                       "a start succeeds where the checker says so");
