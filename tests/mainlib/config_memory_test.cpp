@@ -30,6 +30,13 @@ bool oneFailed = false;
     }
     return memory;
 }
+[[gnu::noinline]] void *operator new(std::size_t size, const std::nothrow_t &) noexcept {
+    try {
+        return operator new(size);
+    } catch (const std::bad_alloc &) {
+        return nullptr;
+    }
+}
 [[gnu::noinline]] void operator delete(void *memory) noexcept {
     std::free(memory);
 }
