@@ -29,5 +29,10 @@ for source in *.scd; do
         echo "$found"
         failed=1
     fi
+    # Said in the first line, or man(1) leaves tables undrawn.
+    if grep -q '^\.TS' "$scratch/$page" && [ "$(head -n 1 "$scratch/$page")" != "'\\\" t" ]; then
+        echo "man/$page: has a table, and does not ask for the preprocessor of tables"
+        failed=1
+    fi
 done
 exit "$failed"
