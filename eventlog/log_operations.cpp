@@ -18,14 +18,17 @@ using namespace zusahpi::eventlog;
 
 namespace {
 
-// Of the info record that counts: the log's clock is its own.
+SaHpiTimeT logTime(const EventLogInfoRecord &info) {
+    return timeSum(zuSaHpiGetTimeofDay(), info.timeOffset);
+}
+
 void makeEmpty(EventLogInfoRecord &info) {
     info.oldest = noEntry;
     info.newest = noEntry;
     info.freeHead = noEntry;
     info.maxUsed = 0;
     info.sa.Entries = 0;
-    info.sa.UpdateTimestamp = zuSaHpiEventLogTimeGet();
+    info.sa.UpdateTimestamp = logTime(info);
     info.sa.OverflowFlag = 0;
 }
 
@@ -40,15 +43,13 @@ SaErrorT clearInTransaction() {
 // which a full disk might never let it be: one write over the info record that it leaves, which
 // takes no room, ends it and empties the log.
 SaErrorT clearOverWaitingCommit() {
-    EventLogInfoRecord workingCopy;
-    if (!readWaitingInfo(workingCopy)) {
+    EventLogInfoRecord info;
+    if (!readWaitingInfo(info)) {
         return SA_ERR_HPI_NO_RESPONSE;
     }
-    store.transaction = &workingCopy;
-    makeEmpty(workingCopy);
-    abortTransaction();
-    workingCopy.updating = 0;
-    return settle(workingCopy) ? SA_OK : SA_ERR_HPI_NO_RESPONSE;
+    makeEmpty(info);
+    info.updating = 0;
+    return settle(info) ? SA_OK : SA_ERR_HPI_NO_RESPONSE;
 }
 
 } // namespace
@@ -102,7 +103,7 @@ SaErrorT zuSaHpiEventLogResetOverflow(void) {
 }
 
 SaHpiTimeT zuSaHpiEventLogTimeGet(void) {
-    return timeSum(zuSaHpiGetTimeofDay(), currentInfo().timeOffset);
+    return logTime(currentInfo());
 }
 
 SaErrorT zuSaHpiEventLogTimeSet(SaHpiTimeT time) {
