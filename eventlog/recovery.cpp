@@ -20,6 +20,10 @@
 // record that is written makes a file longer that ends in the slots: what is missing of the later
 // ones then reads as zeros.
 //
+// The flag is written again before the first record is. A write of the flag that failed may stand
+// in the system's cache alone, which never writes it by itself: it reads as flagged, and a power
+// failure between two records would leave half of the transaction and no flag.
+//
 // A commit that failed in the running process left the same in the file, and no damage; it is
 // finished in the same way, but a failure is one of the operation that wanted to go on.
 
@@ -64,9 +68,12 @@ void reconcile(EventLogInfoRecord &info, const EventLogInfoRecord &configured) {
     }
 }
 
-bool replayTransactionLog(EventLogInfoRecord &info) {
+bool replayTransactionLog(EventLogInfoRecord &info, const EventLogInfoRecord &inFile) {
     if (info.updating == 0) {
         return true;
+    }
+    if (!writeInfo(inFile)) {
+        return false;
     }
     for (std::uint32_t slot = 0; slot < transactionSlots; ++slot) {
         EventLogEntryRecord record;
@@ -99,7 +106,7 @@ bool finishWaitingCommit() {
         return false;
     }
     store.transaction = &info; // which the numbers of the slots are held against
-    const bool replayed = replayTransactionLog(info);
+    const bool replayed = replayTransactionLog(info, info);
     store.transaction = nullptr;
     if (!replayed) {
         return false;

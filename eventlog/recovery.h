@@ -12,9 +12,10 @@ namespace zusahpi::eventlog {
 void reconcile(EventLogInfoRecord &info, const EventLogInfoRecord &configured);
 
 // If `updating` is set in the info record, which is the one that counts, writes the records of the
-// transaction log area to their places and clears it in memory. Doing so twice gives the same file.
-// False on failure (printed).
-[[nodiscard]] bool replayTransactionLog(EventLogInfoRecord &info);
+// transaction log area to their places and clears it in memory. Before that it writes the info
+// record as it was read from the file, flag and all. Doing so twice gives the same file. False on
+// failure (printed).
+[[nodiscard]] bool replayTransactionLog(EventLogInfoRecord &info, const EventLogInfoRecord &inFile);
 
 // Finishes the commit that failed in this process, if one did. Where the file got flagged, the
 // transaction is durable: its records go to their places, and only then does its info record count.

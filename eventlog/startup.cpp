@@ -92,8 +92,9 @@ void startFromExistingFile(const EventLogControlBlock &block) {
     if (block.reinitialize != 0) {
         store.info = block.info;
     } else {
+        const EventLogInfoRecord inFile = store.info;
         reconcile(store.info, block.info);
-        if (!replayTransactionLog(store.info)) {
+        if (!replayTransactionLog(store.info, inFile)) {
             std::exit(EXIT_FAILURE);
         }
     }

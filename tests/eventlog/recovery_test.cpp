@@ -7,6 +7,7 @@
 #include <cstring>
 
 #include "tests/eventlog/store_fixture.h"
+#include "tests/support/file_journal.h"
 
 using namespace store_test;
 using test_support::Call;
@@ -312,29 +313,52 @@ TEST_F(Recovery, ASlotCutShortStopsTheStart) {
 }
 
 TEST_F(Recovery, FailedCallsAreReported) {
+    struct Failure {
+        Call call;
+        int skip;
+        const char *message;
+    };
+    // A flag that may stand in the system's cache alone is written again before it is relied on.
+    const Failure failures[] = {
+        {Call::lseek, 0, "lseek on logfile to info record:Input/output error\n"},
+        {Call::write, 0, "write of info record to logfile:Input/output error\n"},
+        {Call::lseek, 1, "lseek on logfile to transaction log area:Input/output error\n"},
+        {Call::read, 1, "Unable to read logged entry from existing log file.\n"},
+        {Call::write, 1,
+         "Error: write of event log entry # 2: Input/output error\n"
+         "Error transacting logged record on existing log file.\n"},
+    };
     make(linked, 5, 3);
     leaveTransaction({entryRecord(2, 0x72)});
-    ChildResult result = runInChild([] {
-        failCall(Call::lseek, EIO);
-        start(linked, wrap, 5);
-    });
-    EXPECT_EQ(result.exitStatus, 1);
-    EXPECT_EQ(result.diagnostics, "lseek on logfile to transaction log area:Input/output error\n");
-    result = runInChild([] {
-        failCall(Call::read, EIO, 1);
-        start(linked, wrap, 5);
-    });
-    EXPECT_EQ(result.exitStatus, 1);
-    EXPECT_EQ(result.diagnostics, "Unable to read logged entry from existing log file.\n");
-    result = runInChild([] {
-        failCall(Call::write, EIO);
-        start(linked, wrap, 5);
-    });
-    EXPECT_EQ(result.exitStatus, 1);
-    EXPECT_EQ(result.diagnostics, "Error: write of event log entry # 2: Input/output error\n"
-                                  "Error transacting logged record on existing log file.\n");
+    const std::string before = file().bytes;
+    for (const Failure &failure : failures) {
+        const ChildResult result = runInChild([&failure] {
+            failCall(failure.call, EIO, failure.skip);
+            start(linked, wrap, 5);
+        });
+        EXPECT_EQ(result.exitStatus, 1);
+        EXPECT_EQ(result.diagnostics, failure.message);
+        EXPECT_EQ(file().bytes, before);
+    }
     inChild([] { start(linked, wrap, 5); });
     EXPECT_EQ(tagInFile(2), 0x72);
+}
+
+// As it was read: what the configuration changes of it is written when all else is done.
+TEST_F(Recovery, TheFlagIsWrittenBeforeTheRecordsAre) {
+    make(linked, 5, 3);
+    leaveTransaction({entryRecord(2, 0x72)});
+    const std::string info = file().bytes.substr(0, 80);
+    test_support::watchFile(logPath());
+    EventLogControlBlock block = controlBlock(linked, writeLast, 9);
+    start(block);
+    const std::vector<test_support::FileEvent> events = test_support::takeFileEvents();
+    ASSERT_GE(events.size(), 3U);
+    EXPECT_EQ(events[0].offset, 0U);
+    EXPECT_TRUE(events[0].bytes == info);
+    EXPECT_EQ(events[1].offset, 7560U);
+    EXPECT_EQ(events[2].offset, 0U);
+    EXPECT_EQ(file().u32(4), 9U);
 }
 
 } // namespace

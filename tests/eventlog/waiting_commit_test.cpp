@@ -43,7 +43,7 @@ class WaitingCommit : public StoreTest {
 };
 
 const Calls WaitingCommit::finishingCalls = {
-    "lseek 0",    "read 80",                                // the info record
+    "lseek 0",    "read 80",    "lseek 0",    "write 80", // the info record, and its flag for good
     "lseek 80",   "read 1496",  "lseek 7560", "write 1496", // each slot, and its record in place
     "lseek 1576", "read 1496",  "lseek 6064", "write 1496", "lseek 3072",
     "read 1496",  "lseek 9056", "write 1496", "lseek 4568", "read 1496", // the end mark
@@ -137,7 +137,7 @@ TEST_F(WaitingCommit, CountsOnceItsRecordsAreWritten) {
         return info.OverflowFlag;
     };
     EventLogEntryRecord record;
-    for (const int failing : {0, 1, 2}) {
+    for (const int failing : {0, 1, 2, 3}) {
         failCall(Call::write, EIO, failing);
         EXPECT_FALSE(finishWaitingCommit());
         EXPECT_EQ(store.info.oldest, 1U);
@@ -145,7 +145,7 @@ TEST_F(WaitingCommit, CountsOnceItsRecordsAreWritten) {
         ASSERT_EQ(zuSaHpiEventLogEntryGet(SAHPI_NEWEST_ENTRY, &record), SA_OK);
         EXPECT_EQ(record.entry.EntryId, 3U);
     }
-    failCall(Call::write, EIO, 3); // the info record, when all else is done
+    failCall(Call::write, EIO, 4); // the info record, when all else is done
     EXPECT_FALSE(finishWaitingCommit());
     EXPECT_EQ(overflowFlag(), 1);
     EXPECT_EQ(seeds(), (std::vector<int>{2, 3, 4}));
@@ -285,6 +285,8 @@ TEST_P(RefusedChange, WhileTheCommitCannotBeFinished) {
     const char *const messages[] = {
         "lseek on logfile to info record:Input/output error\n",
         "Unable to read Event Log Info from existing log file.\n",
+        "lseek on logfile to info record:Input/output error\n",
+        "write of info record to logfile:Input/output error\n",
         "lseek on logfile to transaction log area:Input/output error\n",
         "Unable to read logged entry from existing log file.\n",
         "Error: lseek for writing event log entry # 2: Input/output error\n"

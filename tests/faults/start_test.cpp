@@ -140,18 +140,21 @@ StartSteps openExisting(const std::string &open) {
              .shortOne = Short::isReported}};
 }
 
-// From the info record on, in a log whose highest entry is `maxUsed`.
-StartSteps writeInfo(std::uint32_t maxUsed) {
+StartSteps writeInfo() {
     return {{.call = "lseek 0", .message = "lseek on logfile to info record:%s\n"},
             {.call = "write 80",
              .message = "write of info record to logfile:%s\n",
-             .shortOne = Short::isContinued},
-            {.call = "ftruncate " + std::to_string(6064 + maxUsed * 1496),
-             .message = "truncate of log file at initialization:%s\n"}};
+             .shortOne = Short::isContinued}};
+}
+
+// From the info record on, in a log whose highest entry is `maxUsed`.
+StartSteps writeInfoAndCut(std::uint32_t maxUsed) {
+    return writeInfo() + StartSteps{{.call = "ftruncate " + std::to_string(6064 + maxUsed * 1496),
+                                     .message = "truncate of log file at initialization:%s\n"}};
 }
 
 StartSteps existingFile(const std::string &open, std::uint32_t maxUsed) {
-    return lockSteps() + openExisting(open) + writeInfo(maxUsed) + exitSteps();
+    return lockSteps() + openExisting(open) + writeInfoAndCut(maxUsed) + exitSteps();
 }
 
 // The slot of the transaction log area, read.
@@ -528,18 +531,19 @@ INSTANTIATE_TEST_SUITE_P(
 
 INSTANTIATE_TEST_SUITE_P(
     Recovery, FailingStart,
-    testing::Values(Start{"ThreeSlotsAndEndMark",
-                          linkedLog,
-                          leaveDeleteWaiting,
-                          lockSteps() + openExisting("open O_SYNC") + replay(0, 1) + replay(1, 3) +
-                              replay(2, 2) + slotRead(3) + writeInfo(3) + exitSteps(),
-                          {1, 3}},
-                    Start{"FourSlots",
-                          linkedLog,
-                          leaveFourSlotsWaiting,
-                          lockSteps() + openExisting("open O_SYNC") + replay(0, 1) + replay(1, 2) +
-                              replay(2, 3) + replay(3, 4) + writeInfo(4) + exitSteps(),
-                          {0x11, 0x12, 0x13, 0x14}}),
+    testing::Values(
+        Start{"ThreeSlotsAndEndMark",
+              linkedLog,
+              leaveDeleteWaiting,
+              lockSteps() + openExisting("open O_SYNC") + writeInfo() + replay(0, 1) +
+                  replay(1, 3) + replay(2, 2) + slotRead(3) + writeInfoAndCut(3) + exitSteps(),
+              {1, 3}},
+        Start{"FourSlots",
+              linkedLog,
+              leaveFourSlotsWaiting,
+              lockSteps() + openExisting("open O_SYNC") + writeInfo() + replay(0, 1) +
+                  replay(1, 2) + replay(2, 3) + replay(3, 4) + writeInfoAndCut(4) + exitSteps(),
+              {0x11, 0x12, 0x13, 0x14}}),
     nameOfStart);
 
 } // namespace
