@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Installs what a bare Debian 12 lacks for building this project; with --tests also for testing it,
 # with --bench for its benchmark, with --packages for building Debian packages of it, with --arm64 for
-# building, testing and packaging it for arm64 on another machine. Does nothing when all is there. With
-# --list before that it prints the packages instead.
+# building, testing and packaging it for arm64 on another machine, with --blocks for testing it on real
+# file systems. Does nothing when all is there. With --list before that it prints the packages instead.
 set -euo pipefail
 
 list=no
@@ -32,6 +32,8 @@ elif [ "${1:-}" = --arm64 ]; then
         libfmt-dev:arm64 librapidcheck-dev:arm64 lnav mandoc openipmi pkg-config python3
         python3-jsonschema qemu-user-static rsyslog scdoc)
     [ "$(id -u)" -ne 0 ] || dpkg --add-architecture arm64
+elif [ "${1:-}" = --blocks ]; then
+    packages+=(btrfs-progs e2fsprogs kmod user-mode-linux xfsprogs)
 elif [ "${1:-}" = --bench ]; then
     packages+=(binutils bsdextrautils libleveldb-dev liblmdb-dev libsqlite3-dev pkg-config python3
         sqlite3 strace valgrind xxd)

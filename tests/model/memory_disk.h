@@ -35,6 +35,10 @@ struct Machine {
 
 Machine &machine();
 
+// From then on the process's sync() reaches the machine's own disks, too: for a log that lies on
+// one.
+void letSyncThrough();
+
 // The bytes of a file that must exist.
 const std::string &contents(const std::string &path);
 
