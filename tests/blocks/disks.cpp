@@ -67,6 +67,12 @@ void Disk::write(std::uint64_t offset, std::string_view bytes) const {
     }
 }
 
+void Disk::flush() const {
+    if (fsync(fd_) != 0) {
+        fail("flushing");
+    }
+}
+
 void copyDisk(const Disk &from, const Disk &to, std::uint64_t size) {
     for (std::uint64_t offset = 0; offset < size; offset += pieceSize) {
         const std::uint64_t length = std::min(pieceSize, size - offset);

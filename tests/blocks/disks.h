@@ -21,6 +21,7 @@ class Disk {
 
     [[nodiscard]] std::string read(std::uint64_t offset, std::uint64_t size) const;
     void write(std::uint64_t offset, std::string_view bytes) const;
+    void flush() const;
 
   private:
     int fd_;

@@ -5,12 +5,19 @@
 #include <cstdio>
 #include <stdexcept>
 
-#include "tests/blocks/device_mapper.h"
+#include <unistd.h>
+
 #include "tests/blocks/disks.h"
 #include "tests/blocks/replay.h"
 
 namespace block_test {
 namespace {
+
+constexpr char mountedMark[] = "mounted";
+
+std::string markOf(std::size_t moment) {
+    return "moment-" + std::to_string(moment); // one word: the kernel takes no more
+}
 
 struct Progress {
     bool mounted = false;
@@ -51,8 +58,14 @@ void count(Outcome &outcome, const Progress &progress, const Judgement &judgemen
 
 const std::string logPath = std::string(mountPoint) + "/log";
 
-std::string markOf(std::size_t moment) {
-    return "moment-" + std::to_string(moment); // one word: the kernel takes no more
+void markMounted(MappedDevice &logged) {
+    sync();
+    Disk(logged.path()).flush(); // what no flush followed would come behind the mark
+    logged.message(std::string("mark ") + mountedMark);
+}
+
+void markMoment(MappedDevice &logged, std::size_t moment) {
+    logged.message("mark " + markOf(moment));
 }
 
 Judgement judgeReplayDisk(const FileSystem &system, const store_model::Settings &settings,

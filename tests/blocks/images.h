@@ -6,6 +6,7 @@
 #include <span>
 #include <string>
 
+#include "tests/blocks/device_mapper.h"
 #include "tests/blocks/file_systems.h"
 #include "tests/blocks/image_judge.h"
 
@@ -13,8 +14,9 @@ namespace block_test {
 
 extern const std::string logPath; // of the event log, on the mounted file system
 
-inline constexpr char mountedMark[] = "mounted"; // the file system is there
-std::string markOf(std::size_t moment);          // acknowledged
+// Marks in the block log `logged` that the file system is there, with nothing of its mount to come.
+void markMounted(MappedDevice &logged);
+void markMoment(MappedDevice &logged, std::size_t moment); // it is acknowledged
 
 // Judges the log on the replay disk as it is.
 Judgement judgeReplayDisk(const FileSystem &system, const store_model::Settings &settings,
@@ -33,8 +35,8 @@ struct Outcome {
 // Makes the file system on the data disk, and the replay disk the same.
 void makeDisks(const FileSystem &system);
 
-// Replays the block log and judges every image from the mark `mountedMark` on. `possible` says what
-// an image may be when the moments up to a number, from 1 on, were acknowledged; 0: none was, the
+// Replays the block log and judges every image from markMounted on. `possible` says what an image
+// may be when the moments up to a number, from 1 on, were acknowledged; 0: none was, the
 // file is being made. All of `moments` must be marked. Prints a line for each image that fails.
 Outcome judgeAllImages(const FileSystem &system, const store_model::Settings &settings,
                        std::size_t moments,

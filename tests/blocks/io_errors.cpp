@@ -81,35 +81,50 @@ std::vector<Extent> extentsOfLog(const FileSystem &system) {
     return extents;
 }
 
-Segment linear(std::uint64_t from, std::uint64_t to) {
-    return {to - from, "linear", std::string(dataDisk) + " " + std::to_string(from)};
-}
-
-// All of it fails, or writes alone.
-Segment failing(std::uint64_t from, std::uint64_t to, bool writesAlone) {
-    if (!writesAlone) {
-        return {to - from, "error", ""};
+// A disk that can be made to fail, over another device.
+struct Breakable {
+    explicit Breakable(const FileSystem &system, const std::string &device)
+        : below(device), sectors(system.sectors), disk("disk", {linear(0, sectors)}) {
     }
-    return {to - from, "flakey",
-            std::string(dataDisk) + " " + std::to_string(from) + " 0 86400 1 error_writes"};
-}
 
-std::vector<Segment> tableFailingIn(const std::vector<Extent> &extents, std::uint64_t sectors,
-                                    bool writesAlone) {
-    std::vector<Segment> table;
-    std::uint64_t from = 0;
-    for (const Extent &each : extents) {
-        if (each.start > from) {
-            table.push_back(linear(from, each.start));
+    [[nodiscard]] Segment linear(std::uint64_t from, std::uint64_t to) const {
+        return {to - from, "linear", below + " " + std::to_string(from)};
+    }
+
+    // All of it fails, or writes alone.
+    [[nodiscard]] Segment failing(std::uint64_t from, std::uint64_t to, bool writesAlone) const {
+        if (!writesAlone) {
+            return {to - from, "error", ""};
         }
-        table.push_back(failing(each.start, each.end, writesAlone));
-        from = each.end;
+        return {to - from, "flakey",
+                below + " " + std::to_string(from) + " 0 86400 1 error_writes"};
     }
-    if (from < sectors) {
-        table.push_back(linear(from, sectors));
+
+    [[nodiscard]] std::vector<Segment> tableFailingIn(const std::vector<Extent> &extents,
+                                                      bool writesAlone) const {
+        std::vector<Segment> table;
+        std::uint64_t from = 0;
+        for (const Extent &each : extents) {
+            if (each.start > from) {
+                table.push_back(linear(from, each.start));
+            }
+            table.push_back(failing(each.start, each.end, writesAlone));
+            from = each.end;
+        }
+        if (from < sectors) {
+            table.push_back(linear(from, sectors));
+        }
+        return table;
     }
-    return table;
-}
+
+    void repair() {
+        disk.load({linear(0, sectors)});
+    }
+
+    std::string below;
+    std::uint64_t sectors;
+    MappedDevice disk;
+};
 
 // The models that a log may be like.
 using Models = std::vector<Model>;
@@ -144,7 +159,7 @@ Models done(const Models &models, const Operation &operation) {
 
 class FaultyLog {
   public:
-    FaultyLog(const Run &run, MappedDevice &disk) : run_(run), disk_(disk), random_(run.seed) {
+    FaultyLog(const Run &run, Breakable &device) : device_(device), random_(run.seed) {
         std::string difference;
         const Pair pair = store_model::startPair(logPath, run.settings, difference);
         if (!difference.empty()) {
@@ -154,8 +169,9 @@ class FaultyLog {
     }
 
     // Starts the store on what is there already, and may be any of these.
-    FaultyLog(const Run &run, MappedDevice &disk, Models models, std::uint32_t seed)
-        : run_(run), disk_(disk), random_(seed), models_(std::move(models)) {
+    FaultyLog(const Run &run, Breakable &device, Models models, int faults)
+        : device_(device), random_(run.seed + static_cast<std::uint32_t>(faults)),
+          models_(std::move(models)), faults_(faults) {
         store = {};
         works({Kind::kill, 0});
     }
@@ -189,11 +205,11 @@ class FaultyLog {
         models_ = alike;
     }
 
-    // An operation that meets the fault at one of its writes, and need not come that far. Says
-    // whether it failed.
+    // An operation that meets the fault at one of its writes, each time at the next one, and need
+    // not come that far. Says whether it failed.
     bool fails(const Operation &operation, const std::vector<Segment> &table) {
-        beforeWrite(static_cast<int>(random_() % mostWritesOfAnOperation),
-                    [this, &table] { disk_.load(table); });
+        beforeWrite(faults_++ % mostWritesOfAnOperation,
+                    [this, &table] { device_.disk.load(table); });
         const bool failed = !tryIt(operation).empty();
         const bool begun = endBeforeWrite();
         models_ = failed ? doneOrNot(models_, operation) : done(models_, operation);
@@ -204,10 +220,6 @@ class FaultyLog {
     void mayFail(const Operation &operation) {
         const bool failed = !tryIt(operation).empty();
         models_ = failed ? doneOrNot(models_, operation) : done(models_, operation);
-    }
-
-    void endFault() {
-        disk_.load({linear(0, run_.system.sectors)});
     }
 
     // One that succeeds on each of the models.
@@ -236,10 +248,10 @@ class FaultyLog {
         return store_model::step(pair, operation);
     }
 
-    const Run &run_;
-    MappedDevice &disk_;
+    Breakable &device_;
     std::mt19937 random_;
     Models models_;
+    int faults_ = 0;
 };
 
 std::vector<Moment> momentsOf(const Models &models) {
@@ -250,40 +262,39 @@ std::vector<Moment> momentsOf(const Models &models) {
     return moments;
 }
 
-// What a failing step is followed by: up to two more failures, then the disk works again.
-void failForAWhile(FaultyLog &log, const FileSystem &system) {
-    const std::vector<Extent> extents = extentsOfLog(system);
+// A failing step is followed by up to two more failures, then the disk works again.
+void failForAWhile(FaultyLog &log, Breakable &device, const FileSystem &system) {
     const std::vector<Segment> table =
-        tableFailingIn(extents, system.sectors, log.random()() % 2 == 0);
+        device.tableFailingIn(extentsOfLog(system), log.random()() % 2 == 0);
     if (log.fails(log.nextOperation(), table)) {
         for (auto more = log.random()() % 3; more > 0; --more) {
             log.mayFail(log.nextOperation());
         }
     }
-    log.endFault();
+    device.repair();
 }
 
+// The blocks are logged below the device that fails: what does not come that far is on no disk.
 std::vector<std::vector<Moment>> logBlocksAmongErrors(const Run &run) {
-    MappedDevice disk("disk", {linear(0, run.system.sectors)});
-    const std::string disks = disk.path() + " " + logDisk;
+    const std::string disks = std::string(dataDisk) + " " + logDisk;
     MappedDevice logged("logged", {{run.system.sectors, "log-writes", disks}});
-    const Mounted mounted(run.system, logged.path());
-    sync();
-    logged.message(std::string("mark ") + mountedMark);
+    Breakable device(run.system, logged.path());
+    const Mounted mounted(run.system, device.disk.path());
+    markMounted(logged);
 
-    FaultyLog log(run, disk);
+    FaultyLog log(run, device);
     std::vector<std::vector<Moment>> possible{momentsOf(log.models())};
-    logged.message("mark " + markOf(0));
+    markMoment(logged, 0);
     for (std::uint32_t step = 0; step < run.steps; ++step) {
         if (step % 3 == 2) {
-            failForAWhile(log, run.system);
+            failForAWhile(log, device, run.system);
         } else if (step % 9 == 3) { // right after a failure
             log.works({Kind::kill, 0});
         } else {
             log.works(log.nextOperation());
         }
         possible.push_back(momentsOf(log.models()));
-        logged.message("mark " + markOf(step + 1));
+        markMoment(logged, step + 1);
     }
     memory_disk::exitProcess();
     return possible;
@@ -312,18 +323,19 @@ Outcome tryDeadDisks(const Run &run) {
     Models models;
     for (std::uint32_t round = 0; round < run.steps; ++round) {
         {
-            MappedDevice disk("disk", {linear(0, run.system.sectors)});
-            const Mounted mounted(run.system, disk.path());
-            FaultyLog log = models.empty() ? FaultyLog(run, disk)
-                                           : FaultyLog(run, disk, models, run.seed + round);
+            Breakable device(run.system, dataDisk);
+            const Mounted mounted(run.system, device.disk.path());
+            FaultyLog log = models.empty()
+                                ? FaultyLog(run, device)
+                                : FaultyLog(run, device, models, static_cast<int>(round));
             for (int i = 0; i < 6; ++i) {
                 log.works(log.nextOperation());
             }
             const std::vector<Segment> dead{
-                failing(0, run.system.sectors, log.random()() % 2 == 0)};
+                device.failing(0, device.sectors, log.random()() % 2 == 0)};
             (void)log.fails(log.nextOperation(), dead);
             log.mayFail(log.nextOperation());
-            log.endFault();
+            device.repair();
             log.mayFail(log.nextOperation()); // most file systems do not come back by themselves
             models = log.models();
             memory_disk::exitProcess();

@@ -21,13 +21,13 @@ void writeLog(MappedDevice &logged, const Script &script) {
     if (script.settings.type != store_model::Type::linked) {
         sync(); // from here on something is promised
     }
-    logged.message("mark " + markOf(0));
+    markMoment(logged, 0);
     for (std::size_t i = 0; i < script.steps.size() && difference.empty(); ++i) {
         difference = carryOut(pair, script.steps[i]);
         if (!difference.empty()) {
             difference = nameOf(script.steps[i]) + ", without any power failure: " + difference;
         }
-        logged.message("mark " + markOf(i + 1));
+        markMoment(logged, i + 1);
     }
     memory_disk::exitProcess();
     if (!difference.empty()) {
@@ -39,8 +39,7 @@ void logBlocks(const FileSystem &system, const Script &script) {
     const std::string disks = std::string(dataDisk) + " " + logDisk;
     MappedDevice logged("logged", {{system.sectors, "log-writes", disks}});
     const Mounted mounted(system, logged.path());
-    sync();
-    logged.message(std::string("mark ") + mountedMark);
+    markMounted(logged);
     writeLog(logged, script);
 }
 
