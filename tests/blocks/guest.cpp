@@ -1,16 +1,16 @@
 // The program that runs in the guest.
 //
-//   test_blocks_guest TRIAL FILE-SYSTEM TYPE WHEN-FULL SIZE SEED STEPS
+//   blocks_guest TRIAL FILE-SYSTEM TYPE WHEN-FULL SIZE SEED STEPS
 //
 // prints a line with the counts of images and ends with status 1 if one of them fails. The trials:
 // "power" for power failures, "unsynced" and "turned" for the same with a planted defect, "errors"
 // and "dead" for disks that fail in part and as a whole.
 //
-//   test_blocks_guest count FILE-SYSTEM TIMES
+//   blocks_guest count FILE-SYSTEM TIMES
 //
 // prints what an add costs, and
 //
-//   test_blocks_guest halt
+//   blocks_guest halt
 //
 // ends the guest.
 

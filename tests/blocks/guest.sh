@@ -1,7 +1,7 @@
 #!/bin/sh
 # The first process of the guest: brings up its disks, carries the plan out, and halts.
 #
-# The plan has a line for each run: the arguments of test_blocks_guest. What a run printed, and the
+# The plan has a line for each run: the arguments of blocks_guest. What a run printed, and the
 # status it ended with, is added to the results.
 set -eu
 

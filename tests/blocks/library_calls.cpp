@@ -19,6 +19,7 @@ using zusahpi::eventlog::store;
 
 int writesLeft = -1; // -1: the action was called, or there is none
 std::function<void()> actionBeforeWrite;
+unsigned pauseInMicroseconds = 0;
 Defect planted = Defect::none;
 std::string heldBack; // of the transaction log area
 
@@ -58,6 +59,10 @@ bool endBeforeWrite() {
     return called;
 }
 
+void waitBeforeWrites(unsigned microseconds) {
+    pauseInMicroseconds = microseconds;
+}
+
 void plantDefect(Defect defect) {
     planted = defect;
 }
@@ -87,6 +92,9 @@ int __wrap___open64_2(const char *path, int flags) {
 ssize_t __wrap_write(int fd, const void *bytes, std::size_t size) {
     if (fd == store.fd && writesLeft >= 0 && writesLeft-- == 0) {
         actionBeforeWrite();
+    }
+    if (fd == store.fd && pauseInMicroseconds != 0) {
+        usleep(pauseInMicroseconds);
     }
     if (holdsBack(fd, bytes, size)) {
         return static_cast<ssize_t>(size);

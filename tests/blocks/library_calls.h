@@ -12,6 +12,9 @@ void beforeWrite(int skip, std::function<void()> action);
 // Forgets it. True when it was called.
 bool endBeforeWrite();
 
+// Before each write to the log from then on.
+void waitBeforeWrites(unsigned microseconds);
+
 enum class Defect {
     none,
     unsynced, // a Linked log is written without O_SYNC

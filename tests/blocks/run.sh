@@ -21,8 +21,8 @@ esac
 
 scripts/setup.sh --blocks
 cmake --preset native >/dev/null
-cmake --build --preset native --target test_blocks_guest >/dev/null
-program=$PWD/build/native/tests/blocks/test_blocks_guest
+cmake --build --preset native --target blocks_guest >/dev/null
+program=$PWD/build/native/tests/blocks/blocks_guest
 
 systems=(ext4 ext4-nojournal xfs btrfs)
 parts=(linked others errors)
@@ -47,7 +47,7 @@ plan() {
         done
         ;;
     long-linked)
-        for seed in 1 2; do
+        for seed in 1 2 3; do
             for action in Drop Wrap WriteLast; do
                 echo "power $system Linked $action $((2 + 3 * seed)) $seed $steps"
             done
